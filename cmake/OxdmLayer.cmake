@@ -19,8 +19,10 @@ function(oxdm_layer name)
   if(L_LIBS)
     target_link_libraries(${target} PUBLIC ${L_LIBS})
   endif()
-  target_compile_definitions(${target} PRIVATE OXDM_BUILDING_LIBRARY)
   set(OXDM_LAYERS ${OXDM_LAYERS} ${target} CACHE INTERNAL "")
+  # For the layering test: the layer's folder under src/ and its direct deps.
+  file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})
+  set_property(GLOBAL APPEND_STRING PROPERTY OXDM_LAYER_MAP "${name} ${folder} ${L_DEPS}\n")
 endfunction()
 
 # oxdm_test(<name> SOURCES ... [LABELS ...]): one GoogleTest program linked

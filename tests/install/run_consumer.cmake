@@ -1,3 +1,4 @@
+cmake_minimum_required(VERSION 3.25)
 # Script mode: install, build the consumer against the installed tree, run it.
 file(REMOVE_RECURSE ${WORK_DIR})
 set(prefix ${WORK_DIR}/prefix)
