@@ -72,11 +72,15 @@ private:
         ++block_->count;
     }
     void Release() {
-        if (block_ && --block_->count == 0) {
-            delete block_->object;
-            delete block_;
-        }
+        if (block_ && --block_->count == 0) Destroy(block_);
         block_ = nullptr;
+    }
+    // Out of line so that the compiler, seeing several handles of one block
+    // die in one function, does not take a later handle's count for a use
+    // after this delete (a false -Wuse-after-free).
+    [[gnu::noinline]] static void Destroy(Block* block) {
+        delete block->object;
+        delete block;
     }
 
     Block* block_ = nullptr;
