@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "oxdm/common/dictionary/dictionary_compiler.h"
+#include "oxdm/common/dictionary/field_codes.h"
 #include "oxdm/common/dictionary/raw_status.h"
 #include "source_file.h"
 
@@ -85,6 +86,7 @@ short oxDictionaryLoader::Load(const CString& nameOrPath, std::shared_ptr<const 
     oxDictCompileResult result = oxDictionaryCompiler::CompileText(name, text, path);
     if (!result.Ok()) return Fail(oxioRaw::CORRUPT_DATA, result.Message(), error);
     out = result.dictionary;
+    oxFieldCodes::Register(*out);
     return oxioRaw::IO_VALID;
 }
 

@@ -6,7 +6,8 @@
 // source of dictionary `ord` is the first `ord.toml` found along it. A name
 // that holds a '/' or ends in ".toml" is taken as a path and not searched.
 //
-// Each Load compiles the source again, so that a dictionary edited while the
+// A successful Load makes the dictionary's field codes known to the xk_*
+// functions (field_codes.h). Each Load compiles the source again, so that a dictionary edited while the
 // process runs (custom fields added) is seen by the next open.
 
 #include <memory>
