@@ -99,13 +99,4 @@ TEST(CallbackChain, AddingAChainKeepsBothOrders) {
     EXPECT_EQ(second.size(), 2u);  // the added chain is untouched
 }
 
-TEST(CallbackChain, CopiesAreIndependent) {
-    std::string trace;
-    oxdmCallback chain(Answer(&trace, 'a', 0));
-    oxdmCallback copy(chain);
-    copy += Answer(&trace, 'b', 0);
-    EXPECT_EQ(chain.size(), 1u);
-    EXPECT_EQ(copy.size(), 2u);
-}
-
 }  // namespace

@@ -53,16 +53,6 @@ TEST(Events, MousePointComesFromTheHalvesOfLParam) {
     EXPECT_EQ(mouse.Y(), -2);
 }
 
-TEST(Events, CopyingKeepsTheKind) {
-    const oxdmEvtDataSource refused(20);
-    const oxdmEvtDataSource copy = refused;
-    EXPECT_EQ(copy.Status(), 20);
-    EXPECT_EQ(copy.AsKey(), nullptr);
-    const oxdmEvtGridSelect select(true);
-    EXPECT_FALSE(select.Add());
-    EXPECT_EQ(select.Row(), -1);
-}
-
 TEST(CallbackInfo, KeyAndMouseInfoCastTheEventOrAnswerNull) {
     const oxdmEvtKey key;
     const oxdmEvtMouse mouse;
