@@ -42,7 +42,8 @@ enum xd_date_parts : short {
 };
 
 // Room that xd_alpha_date and xd_alpha_time need, terminator included.
-enum : short { XD_DATE_TEXT_SIZE = 40, XD_TIME_TEXT_SIZE = 16 };
+inline constexpr short XD_DATE_TEXT_SIZE = 40;
+inline constexpr short XD_TIME_TEXT_SIZE = 16;
 
 // Writes the text of *date into text and answers its length. An invalid or
 // out-of-range option is taken as 0.

@@ -57,7 +57,8 @@ public:
     virtual void Normalize();
     // Moves the date by months (the day kept, or cut to the month's last
     // day), then by days. A null date stays null. A month-and-year value
-    // moves by months only.
+    // moves by months only; a month-and-day value wraps round its year. A
+    // full date that would leave the years 1..9999 is left unchanged.
     virtual const oxDate& Offset(short days, short months = 0);
     // Today (local time), in this value's parts.
     virtual const oxDate& SetCurrent();
@@ -79,13 +80,23 @@ public:
     x_date_def Record() const;
 
 protected:
+    // A null value of the given parts.
     explicit oxDate(xd_date_parts parts);
+    // A value of the given parts from rec.
+    // REQUIRES: rec suits parts (see TakeRecord).
+    oxDate(xd_date_parts parts, const x_date_def& rec);
 
 private:
+    // WeekDay() without changing anything (WeekDay is not const by its
+    // place in the interface).
+    DayOfWeek WeekDayOf() const;
     // A day count: consecutive dates have consecutive numbers.
     long DayNumber() const;
     void SetFromDayNumber(long days);
-    // Takes the record if it suits parts_ (see the class comment).
+    // Takes the record if it is the null date, or a valid date of which
+    // parts_ can be made: a full date fits every kind (a month-and-day value
+    // drops its year, a month-and-year value its day), a month-and-day or
+    // month-and-year record only its own kind.
     bool TakeRecord(const x_date_def& rec);
 
     // parts_ is fixed for the life of the value. When null_ the fields are

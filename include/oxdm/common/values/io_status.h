@@ -57,27 +57,26 @@ public:
         DataConflict = 20,
     };
 
-    // Raw codes of the flat face, by name.
-    enum Raw : short {
-        IO_VALID = 0,
-        IO_ERROR = 1,
-        DEVICE_NOT_FOUND = 2,
-        FILE_NOT_FOUND = 3,
-        FILE_EXISTS = 4,
-        NO_ROOM = 5,
-        WRITE_PROTECT = 6,
-        IN_USE = 7,
-        AT_START = 9,
-        AT_END = 10,
-        INVALID_KEY = 11,
-        WRONG_PASSWORD = 12,
-        IO_VOID = 13,
-        CORRUPT_DATA = 14,
-        INCOMPATIBLE_FILE = 15,
-        SECURITY_VIOLATION = 16,
-        TOO_MANY_OPEN_FILES = 17,
-        INCONSISTENT_KEY = 18,
-    };
+    // Raw codes of the flat face, by name. Plain shorts, as the flat face
+    // answers them.
+    static constexpr short IO_VALID = 0;
+    static constexpr short IO_ERROR = 1;
+    static constexpr short DEVICE_NOT_FOUND = 2;
+    static constexpr short FILE_NOT_FOUND = 3;
+    static constexpr short FILE_EXISTS = 4;
+    static constexpr short NO_ROOM = 5;
+    static constexpr short WRITE_PROTECT = 6;
+    static constexpr short IN_USE = 7;
+    static constexpr short AT_START = 9;
+    static constexpr short AT_END = 10;
+    static constexpr short INVALID_KEY = 11;
+    static constexpr short WRONG_PASSWORD = 12;
+    static constexpr short IO_VOID = 13;
+    static constexpr short CORRUPT_DATA = 14;
+    static constexpr short INCOMPATIBLE_FILE = 15;
+    static constexpr short SECURITY_VIOLATION = 16;
+    static constexpr short TOO_MANY_OPEN_FILES = 17;
+    static constexpr short INCONSISTENT_KEY = 18;
 
     static Status ConvertToOxio(short raw);
 

@@ -23,9 +23,10 @@
 //                         freed with x_value_free
 //
 // A record is either all zero (x_value_init) or was filled through the
-// functions below; a zero record reads as a blank value of any class, and a
-// record of kind XV_NONE (filled by hand from a stored field) is read from the
-// member of the reading class.
+// functions below. A record of kind XV_NONE (filled by hand from a stored
+// field) is read from the member of the reading class; a zero record is so a
+// blank value of every class but oxTime, which reads midnight from it (the
+// null time is told by XV_NULL or a negative hour).
 //
 // Date record: year, month, day. All zero is the null date. A month-and-day
 // value has year 0; a month-and-year value has day 0.
@@ -61,9 +62,9 @@ enum x_value_kind : short {
     XV_CHOICE = 8,   // oxChoice: whole, number
 };
 
-enum : short { XV_NULL = 0x0001 };
+inline constexpr short XV_NULL = 0x0001;  // flags: the value is null
 
-enum : std::size_t { XV_TEXT_SIZE = 96 };
+inline constexpr std::size_t XV_TEXT_SIZE = 96;
 
 struct x_value_def {
     char text[XV_TEXT_SIZE];
