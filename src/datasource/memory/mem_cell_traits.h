@@ -10,6 +10,7 @@
 
 #include "oxdm/base/cstring.h"
 #include "oxdm/common/values/data.h"
+#include "oxdm/common/values/text_values.h"
 
 namespace oxdm_memory {
 
@@ -36,7 +37,7 @@ template <>
 struct CellTraits<CString> {
     static CString Empty() { return CString(); }
     static CString Copy(const CString& cell) { return cell; }
-    static void Free(CString&) {}
+    static void Free(CString& cell) { cell.Empty(); }
     static CString Text(const CString& cell) { return cell; }
     static bool SetText(CString& cell, const CString& text) {
         cell = text;
@@ -57,8 +58,15 @@ struct CellTraits<oxData*> {
         cell = nullptr;
     }
     static CString Text(const oxData* cell) { return cell ? cell->Format() : CString(); }
-    // A null cell has no class to parse with: it refuses every text.
-    static bool SetText(oxData* cell, const CString& text) { return cell && cell->SetVal(text, nullptr); }
+    // A cell parses the text as its class does; a null cell has no class and
+    // becomes a text value holding it.
+    static bool SetText(oxData*& cell, const CString& text) {
+        if (!cell) {
+            cell = new oxAlpha(text);
+            return true;
+        }
+        return cell->SetVal(text, nullptr);
+    }
     static bool IsSet(const oxData* cell) { return cell != nullptr; }
     // A null cell is neither before nor after another.
     static bool Less(const oxData* a, const oxData* b) { return a && b && a->Lt(*b); }
