@@ -4,9 +4,10 @@
 // RecordStore; the SQLite engine lives in sqlite/, and another engine can
 // take its place without the faces changing.
 //
-// Every operation answers a raw status code (raw_status.h), 0 on success,
+// Every operation answers a raw status code (oxioStatus::Raw), 0 on success,
 // and never throws for a failure of the file: damage, a missing file or a
-// conflict is a code.
+// conflict is a code. A version-checked write that lost the race answers
+// INCONSISTENT_KEY, which oxioStatus::ConvertToOxio makes DataConflict (20).
 
 #include <cstdint>
 #include <memory>
@@ -20,7 +21,9 @@ namespace oxdm::store {
 // the empty text or zero, so comparisons never meet a NULL.
 enum class ColumnKind { Text, Integer, Real };
 
-// Fields that the store fills on every write.
+// Fields that the store fills on every write: a date stamp with the local
+// date as yyyymmdd, a time stamp with the local time as hhmmss, an operator
+// stamp with CurrentOperator().
 enum class StampKind { None, Date, Time, Operator };
 
 struct ColumnSpec {
@@ -109,8 +112,10 @@ public:
     virtual const TableSpec* Table(short table) const = 0;
 
     // Compiles a filter on one table once, for every later seek; answers its
-    // id (> 0), or 0 when the filter names a column that does not exist.
-    virtual int RegisterFilter(short table, const Filter& filter) = 0;
+    // id (> 0), or 0 when the filter is empty or names a column that does not
+    // exist. Each clause reads left to right; the clauses are joined by AND.
+    virtual int RegisterFilters(short table, const std::vector<Filter>& clauses) = 0;
+    int RegisterFilter(short table, const Filter& filter) { return RegisterFilters(table, std::vector<Filter>{filter}); }
 
     // Positions by the request and reads the record found; one indexed seek.
     virtual short Seek(const SeekRequest& request, RowImage& out) = 0;
@@ -119,7 +124,7 @@ public:
 
     // Writes `row` as a new record and fills its rowid, version and stamps.
     virtual short Insert(short table, RowImage& row) = 0;
-    // Rewrites record row.rowid. With checkVersion, answers kConflict when the
+    // Rewrites record row.rowid. With checkVersion, answers INCONSISTENT_KEY when the
     // record's version on disk is not row.version. Fills version and stamps.
     virtual short Update(short table, RowImage& row, bool checkVersion) = 0;
     virtual short Delete(short table, std::int64_t rowid) = 0;

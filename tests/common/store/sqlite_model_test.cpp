@@ -1,7 +1,7 @@
 // Drives the engine and a plain std::map model with the same random moves,
 // seeks and edits, and compares them after every step.
 
-#include "raw_status.h"
+#include "oxdm/common/values/io_status.h"
 #include "store_fixture.h"
 
 #include <limits>
@@ -129,7 +129,7 @@ TEST(SqliteModel, RandomMovesSeeksAndEditsMatchAMapModel) {
             Model::Key key{Text(row, 0), Whole(row, 1)};
             short rc = store->Insert(1, row);
             if (model.byKey.count(key)) {
-                EXPECT_EQ(rc, raw::INVALID_KEY);
+                EXPECT_EQ(rc, oxioStatus::INVALID_KEY);
             } else {
                 ASSERT_EQ(rc, 0);
                 model.byKey[key] = {row.rowid, Text(row, 2)};
@@ -146,7 +146,7 @@ TEST(SqliteModel, RandomMovesSeeksAndEditsMatchAMapModel) {
             Model::Key newKey{Text(row, 0), Whole(row, 1)};
             short rc = store->Update(1, row, true);
             if (newKey != oldKey && model.byKey.count(newKey)) {
-                EXPECT_EQ(rc, raw::INVALID_KEY);
+                EXPECT_EQ(rc, oxioStatus::INVALID_KEY);
             } else {
                 ASSERT_EQ(rc, 0);
                 model.byItem.erase({model.byKey[oldKey].item, current.rowid});

@@ -1,7 +1,7 @@
 // Two processes on one record file: conflicts, locks of processes that
 // died, and a writer killed in the middle of its work.
 
-#include "raw_status.h"
+#include "oxdm/common/values/io_status.h"
 #include "store_fixture.h"
 
 #include <csignal>
@@ -36,7 +36,7 @@ TEST(SqliteProcesses, SecondCheckedUpdateOfARecordChangedByAnotherProcessConflic
               }),
               0);
     mine.fields[2] = std::string("MINE");
-    EXPECT_EQ(store->Update(1, mine, true), raw::kConflict);
+    EXPECT_EQ(store->Update(1, mine, true), oxioStatus::INCONSISTENT_KEY);
     RowImage read;
     ASSERT_EQ(store->Read(1, mine.rowid, read), 0);
     EXPECT_EQ(Text(read, 2), "THEIRS");
@@ -65,10 +65,10 @@ TEST(SqliteProcesses, ALockBlocksOthersWhileItsOwnerLivesAndNobodyAfter) {
     char ok = 0;
     ASSERT_EQ(read(ready[0], &ok, 1), 1);
     ASSERT_EQ(ok, 'y');
-    EXPECT_EQ(store->Lock(1, held.rowid), raw::IN_USE);
+    EXPECT_EQ(store->Lock(1, held.rowid), oxioStatus::IN_USE);
     EXPECT_TRUE(store->LockedByOther(1, held.rowid));
-    EXPECT_EQ(store->Update(1, held, false), raw::IN_USE);
-    EXPECT_EQ(store->Delete(1, held.rowid), raw::IN_USE);
+    EXPECT_EQ(store->Update(1, held, false), oxioStatus::IN_USE);
+    EXPECT_EQ(store->Delete(1, held.rowid), oxioStatus::IN_USE);
     // Only that record is held.
     EXPECT_EQ(store->Lock(1, free.rowid), 0);
     EXPECT_EQ(store->Update(1, free, true), 0);
@@ -82,7 +82,7 @@ TEST(SqliteProcesses, ALockBlocksOthersWhileItsOwnerLivesAndNobodyAfter) {
     // Now this process holds it against a new one.
     EXPECT_EQ(InChild([&] {
                   auto theirs = OpenLines(path);
-                  return theirs->Lock(1, held.rowid) == raw::IN_USE ? 0 : 1;
+                  return theirs->Lock(1, held.rowid) == oxioStatus::IN_USE ? 0 : 1;
               }),
               0);
     EXPECT_EQ(store->Unlock(1, held.rowid), 0);

@@ -1,7 +1,7 @@
 // The seek family of the SQLite engine: query plans, order, partial keys,
 // long runs of one key value, filters and relative positions.
 
-#include "raw_status.h"
+#include "oxdm/common/values/io_status.h"
 #include "store_fixture.h"
 
 #include <chrono>
@@ -86,7 +86,7 @@ TEST(SqliteSeek, WalksBothIndexesInOrderWithPartialKeys) {
     } while (store->Seek({1, 0, SeekKind::Next, {row.fields[0], row.fields[1]}, row.rowid}, row) == 0);
     ASSERT_EQ(seen.size(), 12u);
     EXPECT_TRUE(std::is_sorted(seen.begin(), seen.end()));
-    EXPECT_EQ(store->Seek({1, 0, SeekKind::Next, {row.fields[0], row.fields[1]}, row.rowid}, row), raw::AT_END);
+    EXPECT_EQ(store->Seek({1, 0, SeekKind::Next, {row.fields[0], row.fields[1]}, row.rowid}, row), oxioStatus::AT_END);
 
     // A partial key: the first line of order O00001.
     ASSERT_EQ(store->Seek({1, 0, SeekKind::GE, {std::string("O00001")}}, row), 0);
@@ -98,8 +98,8 @@ TEST(SqliteSeek, WalksBothIndexesInOrderWithPartialKeys) {
     ASSERT_EQ(store->Seek({1, 0, SeekKind::GT, {std::string("O00001"), std::int64_t{3}}}, row), 0);
     EXPECT_EQ(Text(row, 0), "O00002");
     EXPECT_EQ(Whole(row, 1), 0);
-    EXPECT_EQ(store->Seek({1, 0, SeekKind::GT, {std::string("O00002"), std::int64_t{3}}}, row), raw::INVALID_KEY);
-    EXPECT_EQ(store->Seek({1, 0, SeekKind::EQ, {std::string("O00002"), std::int64_t{9}}}, row), raw::INVALID_KEY);
+    EXPECT_EQ(store->Seek({1, 0, SeekKind::GT, {std::string("O00002"), std::int64_t{3}}}, row), oxioStatus::INVALID_KEY);
+    EXPECT_EQ(store->Seek({1, 0, SeekKind::EQ, {std::string("O00002"), std::int64_t{9}}}, row), oxioStatus::INVALID_KEY);
 
     // Backward over the secondary index: items I1 (6 records) then I0, rowid
     // descending within each.
@@ -111,7 +111,7 @@ TEST(SqliteSeek, WalksBothIndexesInOrderWithPartialKeys) {
     ASSERT_EQ(back.size(), 12u);
     EXPECT_TRUE(std::is_sorted(back.rbegin(), back.rend()));
     EXPECT_EQ(back.front().first, "I1");
-    EXPECT_EQ(store->Seek({1, 1, SeekKind::Prev, {row.fields[2]}, row.rowid}, row), raw::AT_START);
+    EXPECT_EQ(store->Seek({1, 1, SeekKind::Prev, {row.fields[2]}, row.rowid}, row), oxioStatus::AT_START);
 }
 
 TEST(SqliteSeek, StaysFastWhenOneKeyValueHasAHundredThousandRecords) {

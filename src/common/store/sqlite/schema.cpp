@@ -1,6 +1,6 @@
 #include "sqlite/schema.h"
 
-#include "raw_status.h"
+#include "oxdm/common/values/io_status.h"
 
 #include <set>
 
@@ -87,7 +87,7 @@ short PrepareSchema(SqliteDb& db, const std::vector<TableSpec>& tables, bool cre
         if (existing.empty()) {
             if (!create) {
                 error = "The record file '" + db.path() + "' has no table " + std::to_string(table.number) + ".";
-                return raw::INCOMPATIBLE_FILE;
+                return oxioStatus::INCOMPATIBLE_FILE;
             }
             sql = "CREATE TABLE " + TableName(table.number) + "(" + kRowidColumn + " INTEGER PRIMARY KEY, " +
                   kVersionColumn + " INTEGER NOT NULL DEFAULT 1";
@@ -99,7 +99,7 @@ short PrepareSchema(SqliteDb& db, const std::vector<TableSpec>& tables, bool cre
                 if (!create) {
                     error = "The record file '" + db.path() + "' lacks the field " + column.name + " of table " +
                             std::to_string(table.number) + "; it is older than its dictionary.";
-                    return raw::INCOMPATIBLE_FILE;
+                    return oxioStatus::INCOMPATIBLE_FILE;
                 }
                 sql += "ALTER TABLE " + TableName(table.number) + " ADD COLUMN " + ColumnDefinition(column) + ";";
             }
@@ -113,7 +113,7 @@ short PrepareSchema(SqliteDb& db, const std::vector<TableSpec>& tables, bool cre
             return Fail(db, rc, "cannot hold table " + std::to_string(table.number), error);
         }
     }
-    return raw::IO_VALID;
+    return oxioStatus::IO_VALID;
 }
 
 }  // namespace oxdm::store

@@ -1,6 +1,6 @@
 #include "sqlite/sqlite_db.h"
 
-#include "raw_status.h"
+#include "oxdm/common/values/io_status.h"
 
 #include <cassert>
 
@@ -11,29 +11,29 @@ short RawCode(int code) {
         case SQLITE_OK:
         case SQLITE_ROW:
         case SQLITE_DONE:
-            return raw::IO_VALID;
+            return oxioStatus::IO_VALID;
         case SQLITE_BUSY:
         case SQLITE_LOCKED:
-            return raw::IN_USE;
+            return oxioStatus::IN_USE;
         case SQLITE_CONSTRAINT:
-            return raw::INVALID_KEY;
+            return oxioStatus::INVALID_KEY;
         case SQLITE_FULL:
-            return raw::NO_ROOM;
+            return oxioStatus::NO_ROOM;
         case SQLITE_READONLY:
         case SQLITE_PERM:
-            return raw::WRITE_PROTECT;
+            return oxioStatus::WRITE_PROTECT;
         case SQLITE_CANTOPEN:
-            return raw::FILE_NOT_FOUND;
+            return oxioStatus::FILE_NOT_FOUND;
         case SQLITE_CORRUPT:
         case SQLITE_NOTADB:
-            return raw::CORRUPT_DATA;
+            return oxioStatus::CORRUPT_DATA;
         case SQLITE_AUTH:
-            return raw::SECURITY_VIOLATION;
+            return oxioStatus::SECURITY_VIOLATION;
         case SQLITE_IOERR:
             // A file cut short reads as a short read: the data is damaged.
-            return code == SQLITE_IOERR_SHORT_READ ? raw::CORRUPT_DATA : raw::IO_ERROR;
+            return code == SQLITE_IOERR_SHORT_READ ? static_cast<short>(oxioStatus::CORRUPT_DATA) : oxioStatus::IO_ERROR;
         default:
-            return raw::IO_ERROR;
+            return oxioStatus::IO_ERROR;
     }
 }
 
@@ -65,7 +65,7 @@ std::unique_ptr<SqliteDb> SqliteDb::Open(const std::string& path, bool create, s
         status = RawCode(rc);
         return nullptr;
     }
-    status = raw::IO_VALID;
+    status = oxioStatus::IO_VALID;
     return result;
 }
 

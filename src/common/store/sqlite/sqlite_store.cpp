@@ -1,6 +1,6 @@
 #include "sqlite/sqlite_store.h"
 
-#include "raw_status.h"
+#include "oxdm/common/values/io_status.h"
 #include "sqlite/process_identity.h"
 #include "sqlite/schema.h"
 
@@ -8,7 +8,6 @@
 #include <cassert>
 #include <cstdlib>
 #include <ctime>
-#include <sys/time.h>
 
 namespace oxdm::store {
 
@@ -79,7 +78,7 @@ std::unique_ptr<RecordStore> OpenSqliteStore(const std::string& path, const std:
     std::unique_ptr<SqliteDb> db = SqliteDb::Open(path, create, status, error);
     if (!db) return nullptr;
     status = PrepareSchema(*db, tables, create, error);
-    if (status != raw::IO_VALID) return nullptr;
+    if (status != oxioStatus::IO_VALID) return nullptr;
     return std::make_unique<SqliteRecordStore>(std::move(db), tables);
 }
 
@@ -92,29 +91,38 @@ const TableSpec* SqliteRecordStore::Table(short table) const {
     return nullptr;
 }
 
-int SqliteRecordStore::RegisterFilter(short table, const Filter& filter) {
+int SqliteRecordStore::RegisterFilters(short table, const std::vector<Filter>& clauses) {
     const TableSpec* spec = Table(table);
-    if (!spec || filter.empty()) return 0;
+    if (!spec) return 0;
     int columns = static_cast<int>(spec->columns.size());
     std::string canonical = std::to_string(table) + ":";
-    for (const ConditionTerm& term : filter) {
-        if (term.column < 0 || term.column >= columns || term.otherColumn >= columns) return 0;
-        canonical += std::to_string(term.column) + "," + std::to_string(static_cast<int>(term.op)) + "," +
-                     std::to_string(term.otherColumn) + "," + std::to_string(static_cast<int>(term.connector)) + "," +
-                     std::to_string(term.constant.index()) + "=";
-        std::visit(
-            [&canonical](const auto& v) {
-                using T = std::decay_t<decltype(v)>;
-                if constexpr (std::is_same_v<T, std::string>)
-                    canonical += std::to_string(v.size()) + ":" + v;
-                else if constexpr (!std::is_same_v<T, std::monostate>)
-                    canonical += std::to_string(v);
-            },
-            term.constant);
-        canonical += ";";
+    std::string sql;
+    Filter terms;
+    for (const Filter& clause : clauses) {
+        if (clause.empty()) continue;
+        for (const ConditionTerm& term : clause) {
+            if (term.column < 0 || term.column >= columns || term.otherColumn >= columns) return 0;
+            canonical += std::to_string(term.column) + "," + std::to_string(static_cast<int>(term.op)) + "," +
+                         std::to_string(term.otherColumn) + "," + std::to_string(static_cast<int>(term.connector)) +
+                         "," + std::to_string(term.constant.index()) + "=";
+            std::visit(
+                [&canonical](const auto& v) {
+                    using T = std::decay_t<decltype(v)>;
+                    if constexpr (std::is_same_v<T, std::string>)
+                        canonical += std::to_string(v.size()) + ":" + v;
+                    else if constexpr (!std::is_same_v<T, std::monostate>)
+                        canonical += std::to_string(v);
+                },
+                term.constant);
+            canonical += ";";
+            terms.push_back(term);
+        }
+        canonical += "|";
+        sql += (sql.empty() ? "" : " AND ") + FilterSql(*spec, clause);
     }
+    if (terms.empty()) return 0;
     auto [it, added] = filterIds_.emplace(canonical, static_cast<int>(filters_.size()) + 1);
-    if (added) filters_.push_back({table, FilterSql(*spec, filter), filter});
+    if (added) filters_.push_back({table, "(" + sql + ")", std::move(terms)});
     return it->second;
 }
 
@@ -174,13 +182,13 @@ std::vector<std::string> SqliteRecordStore::SeekStatements(const SeekRequest& re
 short SqliteRecordStore::Seek(const SeekRequest& request, RowImage& out) {
     const TableSpec* spec = Table(request.table);
     if (!spec || request.index < 0 || static_cast<size_t>(request.index) >= spec->indexes.size())
-        return raw::INVALID_KEY;
+        return oxioStatus::INVALID_KEY;
     const FilterEntry* filter = FilterFor(request.filter);
     const std::vector<int>& columns = spec->indexes[request.index];
     int n = static_cast<int>(columns.size());
     bool needsKey = request.kind == SeekKind::Next || request.kind == SeekKind::Prev || request.kind == SeekKind::EQ ||
                     request.kind == SeekKind::GT;
-    if (needsKey && static_cast<int>(request.key.size()) < n) return raw::INVALID_KEY;
+    if (needsKey && static_cast<int>(request.key.size()) < n) return oxioStatus::INVALID_KEY;
 
     for (const Probe& probe : ProbesFor(request.kind, n, request.index == 0, static_cast<int>(request.key.size()))) {
         SqliteDb::Statement stmt =
@@ -198,36 +206,35 @@ short SqliteRecordStore::Seek(const SeekRequest& request, RowImage& out) {
         }
         BindFilter(stmt.get(), next, *spec, filter);
         int rc = StepRow(stmt.get(), *spec, out);
-        if (rc == SQLITE_ROW) return raw::IO_VALID;
+        if (rc == SQLITE_ROW) return oxioStatus::IO_VALID;
         if (rc != SQLITE_DONE) return RawCode(rc);
     }
     switch (request.kind) {
-        case SeekKind::Prev: return raw::AT_START;
-        case SeekKind::Next: return raw::AT_END;
+        case SeekKind::Prev: return oxioStatus::AT_START;
+        case SeekKind::Next: return oxioStatus::AT_END;
         case SeekKind::First:
-        case SeekKind::Last: return raw::AT_END;
-        default: return raw::INVALID_KEY;
+        case SeekKind::Last: return oxioStatus::AT_END;
+        default: return oxioStatus::INVALID_KEY;
     }
 }
 
 short SqliteRecordStore::Read(short table, std::int64_t rowid, RowImage& out) {
     const TableSpec* spec = Table(table);
-    if (!spec) return raw::INVALID_KEY;
+    if (!spec) return oxioStatus::INVALID_KEY;
     SqliteDb::Statement stmt = db_->PrepareKeyed(StatementKey(StatementKind::Read, table), [&] {
         return "SELECT " + SelectList(*spec) + " FROM " + TableName(table) + " WHERE " + kRowidColumn + " = ?";
     });
     if (!stmt) return RawCode(db_->lastError());
     sqlite3_bind_int64(stmt.get(), 1, rowid);
     int rc = StepRow(stmt.get(), *spec, out);
-    if (rc == SQLITE_ROW) return raw::IO_VALID;
-    return rc == SQLITE_DONE ? raw::INVALID_KEY : RawCode(rc);
+    if (rc == SQLITE_ROW) return oxioStatus::IO_VALID;
+    return rc == SQLITE_DONE ? static_cast<short>(oxioStatus::INVALID_KEY) : RawCode(rc);
 }
 
 void SqliteRecordStore::Stamp(const TableSpec& table, RowImage& row) const {
-    struct timeval now;
-    gettimeofday(&now, nullptr);
+    std::time_t now = std::time(nullptr);
     struct tm local;
-    localtime_r(&now.tv_sec, &local);
+    localtime_r(&now, &local);
     row.fields.resize(table.columns.size());
     for (size_t i = 0; i < table.columns.size(); ++i) {
         switch (table.columns[i].stamp) {
@@ -237,8 +244,7 @@ void SqliteRecordStore::Stamp(const TableSpec& table, RowImage& row) const {
                                                           local.tm_mday);
                 break;
             case StampKind::Time:
-                row.fields[i] = static_cast<std::int64_t>(local.tm_hour * 1000000 + local.tm_min * 10000 +
-                                                          local.tm_sec * 100 + now.tv_usec / 10000);
+                row.fields[i] = static_cast<std::int64_t>(local.tm_hour * 10000 + local.tm_min * 100 + local.tm_sec);
                 break;
             case StampKind::Operator:
                 row.fields[i] = CurrentOperator();
@@ -257,7 +263,7 @@ short SqliteRecordStore::BindRow(sqlite3_stmt* stmt, const TableSpec& table, con
 
 short SqliteRecordStore::Insert(short table, RowImage& row) {
     const TableSpec* spec = Table(table);
-    if (!spec) return raw::INVALID_KEY;
+    if (!spec) return oxioStatus::INVALID_KEY;
     Stamp(*spec, row);
     WriteTransaction transaction(*db_);
     if (transaction.begun() != SQLITE_OK) return RawCode(transaction.begun());
@@ -307,12 +313,12 @@ int SqliteRecordStore::OtherHolds(short table, std::int64_t rowid, bool& held) {
 
 short SqliteRecordStore::Update(short table, RowImage& row, bool checkVersion) {
     const TableSpec* spec = Table(table);
-    if (!spec) return raw::INVALID_KEY;
+    if (!spec) return oxioStatus::INVALID_KEY;
     WriteTransaction transaction(*db_);
     if (transaction.begun() != SQLITE_OK) return RawCode(transaction.begun());
     bool held = false;
     if (int rc = OtherHolds(table, row.rowid, held); rc != SQLITE_OK) return RawCode(rc);
-    if (held) return raw::IN_USE;
+    if (held) return oxioStatus::IN_USE;
     RowImage stamped = row;
     Stamp(*spec, stamped);
     StatementKind kind = checkVersion ? StatementKind::UpdateChecked : StatementKind::UpdatePlain;
@@ -343,25 +349,25 @@ short SqliteRecordStore::Update(short table, RowImage& row, bool checkVersion) {
         if (int done = transaction.Commit(); done != SQLITE_OK) return RawCode(done);
         stamped.version = version;
         row = std::move(stamped);
-        return raw::IO_VALID;
+        return oxioStatus::IO_VALID;
     }
     if (rc != SQLITE_DONE) return RawCode(rc);
     // Nothing was written: the record is gone, or (checked) another writer
     // changed it since it was read.
-    if (!checkVersion) return raw::INVALID_KEY;
+    if (!checkVersion) return oxioStatus::INVALID_KEY;
     RowImage current;
     short found = Read(table, row.rowid, current);
-    return found == raw::IO_VALID ? raw::kConflict : found;
+    return found == oxioStatus::IO_VALID ? static_cast<short>(oxioStatus::INCONSISTENT_KEY) : found;
 }
 
 short SqliteRecordStore::Delete(short table, std::int64_t rowid) {
     const TableSpec* spec = Table(table);
-    if (!spec) return raw::INVALID_KEY;
+    if (!spec) return oxioStatus::INVALID_KEY;
     WriteTransaction transaction(*db_);
     if (transaction.begun() != SQLITE_OK) return RawCode(transaction.begun());
     bool held = false;
     if (int rc = OtherHolds(table, rowid, held); rc != SQLITE_OK) return RawCode(rc);
-    if (held) return raw::IN_USE;
+    if (held) return oxioStatus::IN_USE;
     {
         SqliteDb::Statement stmt = db_->PrepareKeyed(StatementKey(StatementKind::Delete, table), [&] {
             return "DELETE FROM " + TableName(table) + " WHERE " + kRowidColumn + " = ?";
@@ -370,7 +376,7 @@ short SqliteRecordStore::Delete(short table, std::int64_t rowid) {
         sqlite3_bind_int64(stmt.get(), 1, rowid);
         int rc = sqlite3_step(stmt.get());
         if (rc != SQLITE_DONE) return RawCode(rc);
-        if (sqlite3_changes(db_->handle()) == 0) return raw::INVALID_KEY;
+        if (sqlite3_changes(db_->handle()) == 0) return oxioStatus::INVALID_KEY;
     }
     for (const char* side : {kAttachmentTable, kLockTable}) {
         SqliteDb::Statement stmt = db_->Prepare(std::string("DELETE FROM ") + side + " WHERE tbl = ? AND rid = ?");
@@ -383,12 +389,12 @@ short SqliteRecordStore::Delete(short table, std::int64_t rowid) {
 }
 
 short SqliteRecordStore::Lock(short table, std::int64_t rowid) {
-    if (!Table(table)) return raw::INVALID_KEY;
+    if (!Table(table)) return oxioStatus::INVALID_KEY;
     WriteTransaction transaction(*db_);
     if (transaction.begun() != SQLITE_OK) return RawCode(transaction.begun());
     bool held = false;
     if (int rc = OtherHolds(table, rowid, held); rc != SQLITE_OK) return RawCode(rc);
-    if (held) return raw::IN_USE;
+    if (held) return oxioStatus::IN_USE;
     {
         SqliteDb::Statement stmt =
             db_->Prepare(std::string("INSERT OR REPLACE INTO ") + kLockTable + "(tbl, rid, pid, start) VALUES(?, ?, ?, ?)");
@@ -413,7 +419,7 @@ short SqliteRecordStore::Unlock(short table, std::int64_t rowid) {
     sqlite3_bind_int64(stmt.get(), 3, self.pid);
     sqlite3_bind_int64(stmt.get(), 4, self.startTime);
     int rc = sqlite3_step(stmt.get());
-    return rc == SQLITE_DONE ? raw::IO_VALID : RawCode(rc);
+    return rc == SQLITE_DONE ? static_cast<short>(oxioStatus::IO_VALID) : RawCode(rc);
 }
 
 bool SqliteRecordStore::LockedByOther(short table, std::int64_t rowid) {
@@ -429,7 +435,7 @@ short SqliteRecordStore::RelativePosition(short table, short index, int filterId
                                           short& percent) {
     percent = 0;
     const TableSpec* spec = Table(table);
-    if (!spec || index < 0 || static_cast<size_t>(index) >= spec->indexes.size()) return raw::INVALID_KEY;
+    if (!spec || index < 0 || static_cast<size_t>(index) >= spec->indexes.size()) return oxioStatus::INVALID_KEY;
     const FilterEntry* filter = FilterFor(filterId);
     std::string filterSql = filter ? filter->sql : "";
     const std::vector<int>& columns = spec->indexes[index];
@@ -473,12 +479,12 @@ short SqliteRecordStore::RelativePosition(short table, short index, int filterId
         before = sqlite3_column_int64(count.get(), 0);
     }
     percent = total > 1 ? static_cast<short>(before * 100 / (total - 1)) : 0;
-    return raw::IO_VALID;
+    return oxioStatus::IO_VALID;
 }
 
 short SqliteRecordStore::SeekRelative(short table, short index, int filterId, short percent, RowImage& out) {
     const TableSpec* spec = Table(table);
-    if (!spec || index < 0 || static_cast<size_t>(index) >= spec->indexes.size()) return raw::INVALID_KEY;
+    if (!spec || index < 0 || static_cast<size_t>(index) >= spec->indexes.size()) return oxioStatus::INVALID_KEY;
     const FilterEntry* filter = FilterFor(filterId);
     std::string filterSql = filter ? filter->sql : "";
     std::int64_t total = 0;
@@ -492,7 +498,7 @@ short SqliteRecordStore::SeekRelative(short table, short index, int filterId, sh
         if (rc != SQLITE_ROW) return RawCode(rc);
         total = sqlite3_column_int64(count.get(), 0);
     }
-    if (total == 0) return raw::AT_END;
+    if (total == 0) return oxioStatus::AT_END;
     int clamped = std::clamp<int>(percent, 0, 100);
     std::int64_t offset = std::min<std::int64_t>(total - 1, (total - 1) * clamped / 100);
     SqliteDb::Statement stmt = db_->PrepareKeyed(StatementKey(StatementKind::Offset, table, index, {}, filterId), [&] {
@@ -503,8 +509,8 @@ short SqliteRecordStore::SeekRelative(short table, short index, int filterId, sh
     int next = BindFilter(stmt.get(), 1, *spec, filter);
     sqlite3_bind_int64(stmt.get(), next, offset);
     int rc = StepRow(stmt.get(), *spec, out);
-    if (rc == SQLITE_ROW) return raw::IO_VALID;
-    return rc == SQLITE_DONE ? raw::AT_END : RawCode(rc);
+    if (rc == SQLITE_ROW) return oxioStatus::IO_VALID;
+    return rc == SQLITE_DONE ? static_cast<short>(oxioStatus::AT_END) : RawCode(rc);
 }
 
 short SqliteRecordStore::ReadAttachments(short table, std::int64_t rowid, std::vector<Attachment>& out) {
@@ -520,7 +526,7 @@ short SqliteRecordStore::ReadAttachments(short table, std::int64_t rowid, std::v
         const auto* data = static_cast<const char*>(sqlite3_column_blob(stmt.get(), 1));
         out.push_back({name ? name : "", std::string(data ? data : "", static_cast<size_t>(sqlite3_column_bytes(stmt.get(), 1)))});
     }
-    return rc == SQLITE_DONE ? raw::IO_VALID : RawCode(rc);
+    return rc == SQLITE_DONE ? static_cast<short>(oxioStatus::IO_VALID) : RawCode(rc);
 }
 
 short SqliteRecordStore::WriteAttachments(short table, std::int64_t rowid, const std::vector<Attachment>& docs) {

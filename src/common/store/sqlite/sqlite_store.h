@@ -22,7 +22,7 @@ public:
 
     const std::vector<TableSpec>& Tables() const override { return tables_; }
     const TableSpec* Table(short table) const override;
-    int RegisterFilter(short table, const Filter& filter) override;
+    int RegisterFilters(short table, const std::vector<Filter>& clauses) override;
     short Seek(const SeekRequest& request, RowImage& out) override;
     short Read(short table, std::int64_t rowid, RowImage& out) override;
     short Insert(short table, RowImage& row) override;
@@ -45,7 +45,7 @@ private:
     struct FilterEntry {
         short table;
         std::string sql;
-        Filter terms;
+        Filter terms;  // every clause's terms, in the order their constants bind
     };
 
     const FilterEntry* FilterFor(int id) const;
