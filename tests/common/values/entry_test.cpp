@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <random>
+#include <string>
+#include <vector>
 
 #include "oxdm/common/values/country.h"
 #include "oxdm/common/values/double_value.h"
@@ -188,6 +191,38 @@ TEST(ValuesEntry, ConversionsBetweenClasses) {
     oxTime time(1, 2);
     EXPECT_FALSE(time.SetVal(oxDate(1, 1, 2000)));
     EXPECT_EQ(time.Format(), CString("1:02 AM"));
+}
+
+// Random typing never crashes a parser, and whatever is refused leaves the
+// value as it was; whatever is accepted reads back as itself.
+TEST(ValuesEntry, RandomTypingIsRefusedOrReadBack) {
+    std::vector<std::unique_ptr<oxData>> values;
+    values.emplace_back(new oxDate(7, 4, 1990));
+    values.emplace_back(new oxDateMonthDay(7, 4));
+    values.emplace_back(new oxDateMonthYear(7, 1990));
+    values.emplace_back(new oxTime(8, 15));
+    values.emplace_back(new oxDouble(3.25, 2));
+    values.emplace_back(new oxNumeric(3.25, 2));
+    values.emplace_back(new oxBool(true));
+    values.emplace_back(new oxChoice(2));
+    values.emplace_back(new oxSSNum(111223333));
+    const std::string alphabet = std::string("0123456789/-.,: $+apmAPMJanFeb") + char(0xff);
+    std::mt19937 random(12345);
+    for (int round = 0; round < 3000; ++round) {
+        std::string typed;
+        const int length = static_cast<int>(random() % 12);
+        for (int i = 0; i < length; ++i) typed += alphabet[random() % alphabet.size()];
+        for (const auto& start : values) {
+            std::unique_ptr<oxData> value(start->Clone());
+            if (value->SetVal(CString(typed), nullptr)) {
+                std::unique_ptr<oxData> again(start->Clone());
+                ASSERT_TRUE(again->SetVal(value->Format(), nullptr)) << typed;
+                EXPECT_TRUE(again->Eq(*value)) << typed;
+            } else {
+                EXPECT_EQ(value->Format(), start->Format()) << typed;
+            }
+        }
+    }
 }
 
 }  // namespace
