@@ -54,8 +54,8 @@ TEST_F(FlatDefinitions, OpenReadEveryKindOfDefinitionAndClose) {
 
     xio_file_def fdef;
     ASSERT_EQ(xio_get_def(file, &fdef, 1), oxioRaw::IO_VALID);
-    EXPECT_EQ(fdef.tables, 4);
-    EXPECT_EQ(fdef.keys, 1);
+    EXPECT_EQ(short{fdef.tables}, 4);  // packed: compare copies
+    EXPECT_EQ(short{fdef.keys}, 1);
     EXPECT_STREQ(fdef.appl_abbr, "or");
 
     xio_rec_def rdef;
@@ -74,8 +74,8 @@ TEST_F(FlatDefinitions, OpenReadEveryKindOfDefinitionAndClose) {
 
     xio_key_def key;
     ASSERT_EQ(xio_get_key_def(file, 1, &key, 1), oxioRaw::IO_VALID);
-    EXPECT_EQ(key.table, 2);
-    EXPECT_EQ(key.fields[0], custno);
+    EXPECT_EQ(short{key.table}, 2);
+    EXPECT_EQ(short{key.fields[0]}, custno);
 
     EXPECT_EQ(xio_cls_file(file), oxioRaw::IO_VALID);
     EXPECT_EQ(xio_get_def(file, &fdef, 1), oxioRaw::FILE_NOT_FOUND);

@@ -5,9 +5,10 @@
 // reserved: a compiled dictionary leaves them zero and callers copy them
 // whole. Text fields are zero-terminated within their width.
 //
-// The records are packed to single-byte alignment (some shorts sit at odd
-// offsets). Read and write their members by value; do not bind a reference or
-// pointer to a member of these structs.
+// xio_file_def and xio_key_def hold shorts at odd offsets and are packed to
+// single-byte alignment: read and write their members by value, never bind a
+// reference or pointer to one (a test macro or std::max binds references;
+// copy the member first). The other records have their natural layout.
 //
 // Numbering: tables are numbered from 1 in dictionary order; fields are
 // numbered from 1 across the whole dictionary, table after table (a table's
@@ -16,8 +17,6 @@
 
 #include <cstddef>
 
-#pragma pack(push, 1)
-
 // Argument of xio_open_dictionary.
 struct xio_open_dict_def {
     char name[256];     // dictionary name ("ord") or path of its source file
@@ -25,6 +24,7 @@ struct xio_open_dict_def {
     short file;         // the file number, filled in on success
 };
 
+#pragma pack(push, 1)
 // What xio_get_def gives: the file as a whole.
 struct xio_file_def {
     char reserved0[23];
@@ -36,6 +36,7 @@ struct xio_file_def {
     short file_code;     // 44: the file code
     char reserved2[82];
 };
+#pragma pack(pop)
 
 // What xio_get_rec_def gives: one table.
 struct xio_rec_def {
@@ -112,13 +113,13 @@ struct xio_fld_def {
 
 // What xio_get_key_def gives: one key (an index other than a table's own).
 enum { XIO_KEY_MAX_FIELDS = 23 };
+#pragma pack(push, 1)
 struct xio_key_def {
     char reserved0[51];
     short fields[XIO_KEY_MAX_FIELDS];  // 51: field numbers, in key order
     short table;                       // 97: the table the key serves
     short field_count;                 // 99: number of fields in the key
 };
-
 #pragma pack(pop)
 
 // Sizes of the item buffers of xio_get_item_alpha, terminator included.

@@ -5,7 +5,7 @@
 // functions (xk_*, xc_get_section_def, x_get_tsfield) answer from the codes
 // of the dictionaries opened so far.
 
-#pragma pack(push, 1)
+#include <cstddef>
 
 enum { XK_MAX_SECTIONS = 5 };
 
@@ -32,7 +32,9 @@ struct tsfield_def {
     xc_section_def section[XK_MAX_SECTIONS];
 };
 
-#pragma pack(pop)
-
 static_assert(sizeof(xc_section_def) == 56);
+static_assert(offsetof(xc_section_def, capitals) == 4);
+static_assert(offsetof(xc_section_def, description) == 10);
 static_assert(sizeof(tsfield_def) == 364 + 5 * 56);
+static_assert(offsetof(tsfield_def, custom_list) == 106);
+static_assert(offsetof(tsfield_def, section) == 364);
