@@ -5,7 +5,7 @@
 
 #include "oxdm/common/dictionary/dictionary_compiler.h"
 #include "oxdm/common/dictionary/field_codes.h"
-#include "oxdm/common/dictionary/raw_status.h"
+#include "oxdm/common/values/io_status.h"
 #include "source_file.h"
 
 namespace {
@@ -75,19 +75,19 @@ short oxDictionaryLoader::Load(const CString& nameOrPath, std::shared_ptr<const 
             for (const CString& dir : SearchPath()) where += (where.IsEmpty() ? "" : ":") + dir;
             where = CString(" (searched ") + where + ")";
         }
-        return Fail(oxioRaw::FILE_NOT_FOUND,
+        return Fail(oxioStatus::FILE_NOT_FOUND,
                     CString("Dictionary '") + nameOrPath + "' was not found" + where + ".", error);
     }
     CString text;
     if (!oxReadSourceFile(path, text)) {
-        return Fail(oxioRaw::IO_ERROR, path + ": the file cannot be read.", error);
+        return Fail(oxioStatus::IO_ERROR, path + ": the file cannot be read.", error);
     }
     const CString name = IsPath(nameOrPath) ? oxDictionaryNameOf(nameOrPath) : nameOrPath;
     oxDictCompileResult result = oxDictionaryCompiler::CompileText(name, text, path);
-    if (!result.Ok()) return Fail(oxioRaw::CORRUPT_DATA, result.Message(), error);
+    if (!result.Ok()) return Fail(oxioStatus::CORRUPT_DATA, result.Message(), error);
     out = result.dictionary;
     oxFieldCodes::Register(*out);
-    return oxioRaw::IO_VALID;
+    return oxioStatus::IO_VALID;
 }
 
 const CString& oxDictionaryLoader::LastError() {

@@ -8,7 +8,7 @@
 #include <map>
 #include <string>
 
-#include "oxdm/common/dictionary/raw_status.h"
+#include "oxdm/common/values/io_status.h"
 
 namespace {
 
@@ -136,9 +136,9 @@ short xk_mask(short code, short section, char* mask) {
     assert(mask);
     mask[0] = '\0';
     const tsfield_def* def = oxFieldCodes::Find(code);
-    if (!def) return oxioRaw::IO_VOID;
+    if (!def) return oxioStatus::IO_VOID;
     const xc_section_def* s = Section(def, section);
-    if (section != 0 && !s) return oxioRaw::IO_VOID;
+    if (section != 0 && !s) return oxioStatus::IO_VOID;
     std::string full = def->mask;
     if (full.empty()) {
         for (short i = 0; i < SectionCount(def); ++i) {
@@ -153,32 +153,32 @@ short xk_mask(short code, short section, char* mask) {
         full = offset < full.size() ? full.substr(offset, static_cast<std::size_t>(s->width)) : "";
     }
     CopyOut(mask, full, sizeof def->mask);
-    return oxioRaw::IO_VALID;
+    return oxioStatus::IO_VALID;
 }
 
 short xk_description(short code, short section, char* text, bool initialCaps) {
     assert(text);
     text[0] = '\0';
     const tsfield_def* def = oxFieldCodes::Find(code);
-    if (!def) return oxioRaw::IO_VOID;
+    if (!def) return oxioStatus::IO_VOID;
     const xc_section_def* s = Section(def, section);
     std::string out = s && s->description[0] ? s->description : def->description;
     if (initialCaps && !out.empty()) {
         out[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(out[0])));
     }
     CopyOut(text, out, sizeof def->description);
-    return oxioRaw::IO_VALID;
+    return oxioStatus::IO_VALID;
 }
 
 short xk_format_field(short code, short section, char* text) {
     assert(text);
     const tsfield_def* def = oxFieldCodes::Find(code);
-    if (!def) return oxioRaw::IO_VOID;
+    if (!def) return oxioStatus::IO_VOID;
     if (section != 0) {
         const xc_section_def* s = Section(def, section);
-        if (!s) return oxioRaw::IO_VOID;
+        if (!s) return oxioStatus::IO_VOID;
         if (s->capitals) CopyOut(text, Upper(text), kFieldTextSize);
-        return oxioRaw::IO_VALID;
+        return oxioStatus::IO_VALID;
     }
     const std::string raw = Unformatted(def, text);
     std::string out;
@@ -193,24 +193,24 @@ short xk_format_field(short code, short section, char* text) {
     // Characters beyond the last section are kept, so nothing typed is lost.
     if (pos < raw.size()) out += raw.substr(pos);
     CopyOut(text, out, kFieldTextSize);
-    return oxioRaw::IO_VALID;
+    return oxioStatus::IO_VALID;
 }
 
 short xk_unformat_field(short code, short section, char* text) {
     assert(text);
     const tsfield_def* def = oxFieldCodes::Find(code);
-    if (!def) return oxioRaw::IO_VOID;
-    if (section != 0 && !Section(def, section)) return oxioRaw::IO_VOID;
+    if (!def) return oxioStatus::IO_VOID;
+    if (section != 0 && !Section(def, section)) return oxioStatus::IO_VOID;
     CopyOut(text, Unformatted(def, text), kFieldTextSize);
-    return oxioRaw::IO_VALID;
+    return oxioStatus::IO_VALID;
 }
 
 short xk_get_custom_list(short code, CString& list) {
     list.Empty();
     const tsfield_def* def = oxFieldCodes::Find(code);
-    if (!def) return oxioRaw::IO_VOID;
+    if (!def) return oxioStatus::IO_VOID;
     list = def->custom_list;
-    return oxioRaw::IO_VALID;
+    return oxioStatus::IO_VALID;
 }
 
 short xk_get_custom_list_default(short code, CString& item) {
@@ -224,15 +224,15 @@ short xk_get_custom_list_default(short code, CString& item) {
 short xc_get_section_def(short code, short section, xc_section_def* def) {
     assert(def);
     const tsfield_def* found = oxFieldCodes::Find(code);
-    if (!found || section < 1 || section > XK_MAX_SECTIONS) return oxioRaw::IO_VOID;
+    if (!found || section < 1 || section > XK_MAX_SECTIONS) return oxioStatus::IO_VOID;
     std::memcpy(def, &found->section[section - 1], sizeof *def);
-    return oxioRaw::IO_VALID;
+    return oxioStatus::IO_VALID;
 }
 
 short x_get_tsfield(short code, tsfield_def* def) {
     assert(def);
     const tsfield_def* found = oxFieldCodes::Find(code);
-    if (!found) return oxioRaw::IO_VOID;
+    if (!found) return oxioStatus::IO_VOID;
     std::memcpy(def, found, sizeof *def);
-    return oxioRaw::IO_VALID;
+    return oxioStatus::IO_VALID;
 }

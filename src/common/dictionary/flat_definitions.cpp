@@ -5,7 +5,7 @@
 
 #include "oxdm/common/dictionary/dictionary_loader.h"
 #include "oxdm/common/dictionary/open_file_table.h"
-#include "oxdm/common/dictionary/raw_status.h"
+#include "oxdm/common/values/io_status.h"
 
 namespace {
 
@@ -20,11 +20,11 @@ short Give(short file, const Record* (oxDictionary::*get)(short) const, short nu
            Record* out) {
     assert(out);
     const oxDictionary* dict = DictionaryOf(file);
-    if (!dict) return oxioRaw::FILE_NOT_FOUND;
+    if (!dict) return oxioStatus::FILE_NOT_FOUND;
     const Record* record = (dict->*get)(number);
-    if (!record) return oxioRaw::IO_VOID;
+    if (!record) return oxioStatus::IO_VOID;
     std::memcpy(out, record, sizeof(Record));
-    return oxioRaw::IO_VALID;
+    return oxioStatus::IO_VALID;
 }
 
 void CopyText(char* dest, const CString& text, std::size_t size) {
@@ -42,7 +42,7 @@ short xio_open_dictionary(xio_open_dict_def* def) {
     std::shared_ptr<const oxDictionary> dict;
     CString error;
     const short status = oxDictionaryLoader::Load(name, dict, error);
-    if (status != oxioRaw::IO_VALID) return status;
+    if (status != oxioStatus::IO_VALID) return status;
     return oxOpenFileTable::Instance().Open(std::make_unique<oxOpenFile>(dict), &def->file);
 }
 
@@ -53,9 +53,9 @@ short xio_cls_file(short file) {
 short xio_get_def(short file, xio_file_def* def, short /*mode*/) {
     assert(def);
     const oxDictionary* dict = DictionaryOf(file);
-    if (!dict) return oxioRaw::FILE_NOT_FOUND;
+    if (!dict) return oxioStatus::FILE_NOT_FOUND;
     std::memcpy(def, &dict->FileDef(), sizeof *def);
-    return oxioRaw::IO_VALID;
+    return oxioStatus::IO_VALID;
 }
 
 short xio_get_rec_def(short file, short table, xio_rec_def* def, short /*mode*/) {
@@ -73,12 +73,12 @@ short xio_get_key_def(short file, short key, xio_key_def* def, short /*mode*/) {
 
 short xio_get_item_alpha(short file, short field, short item, char* code, char* text) {
     const oxDictionary* dict = DictionaryOf(file);
-    if (!dict) return oxioRaw::FILE_NOT_FOUND;
+    if (!dict) return oxioStatus::FILE_NOT_FOUND;
     const oxDictItem* found = dict->Item(field, item);
-    if (!found) return oxioRaw::IO_VOID;
+    if (!found) return oxioStatus::IO_VOID;
     CopyText(code, found->code, XIO_ITEM_CODE_SIZE);
     CopyText(text, found->text, XIO_ITEM_TEXT_SIZE);
-    return oxioRaw::IO_VALID;
+    return oxioStatus::IO_VALID;
 }
 
 short xio_num(short file, short kind, short table, const char* name) {

@@ -2,7 +2,7 @@
 
 #include <cassert>
 
-#include "oxdm/common/dictionary/raw_status.h"
+#include "oxdm/common/values/io_status.h"
 
 oxOpenFile::oxOpenFile(std::shared_ptr<const oxDictionary> dictionary)
     : dictionary_(std::move(dictionary)) {
@@ -21,13 +21,13 @@ short oxOpenFileTable::Open(std::unique_ptr<oxOpenFile> file, short* fileNum) {
     std::size_t slot = 0;
     while (slot < slots_.size() && slots_[slot]) ++slot;
     if (slot == slots_.size()) {
-        if (slots_.size() >= MaxOpenFiles) return oxioRaw::TOO_MANY_OPEN_FILES;
+        if (slots_.size() >= MaxOpenFiles) return oxioStatus::TOO_MANY_OPEN_FILES;
         slots_.emplace_back();
     }
     file->fileNum_ = static_cast<short>(slot + 1);
     *fileNum = file->fileNum_;
     slots_[slot] = std::move(file);
-    return oxioRaw::IO_VALID;
+    return oxioStatus::IO_VALID;
 }
 
 oxOpenFile* oxOpenFileTable::Find(short fileNum) const {
@@ -36,13 +36,13 @@ oxOpenFile* oxOpenFileTable::Find(short fileNum) const {
 }
 
 short oxOpenFileTable::Close(short fileNum) {
-    if (!Find(fileNum)) return oxioRaw::FILE_NOT_FOUND;
+    if (!Find(fileNum)) return oxioStatus::FILE_NOT_FOUND;
     // Take the file out of its slot before destroying it, so that a destructor
     // that looks the table up sees the number free.
     std::unique_ptr<oxOpenFile> file = std::move(slots_[fileNum - 1]);
     file->fileNum_ = 0;
     file.reset();
-    return oxioRaw::IO_VALID;
+    return oxioStatus::IO_VALID;
 }
 
 short oxOpenFileTable::OpenCount() const {

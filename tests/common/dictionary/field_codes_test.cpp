@@ -8,7 +8,7 @@
 #include "dict_test_support.h"
 #include "oxdm/common/dictionary/dictionary_loader.h"
 #include "oxdm/common/dictionary/field_codes.h"
-#include "oxdm/common/dictionary/raw_status.h"
+#include "oxdm/common/values/io_status.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ protected:
     void SetUp() override {
         std::shared_ptr<const oxDictionary> dict;
         CString error;
-        ASSERT_EQ(oxDictionaryLoader::Load(dicttest::kOrdPath, dict, error), oxioRaw::IO_VALID);
+        ASSERT_EQ(oxDictionaryLoader::Load(dicttest::kOrdPath, dict, error), oxioStatus::IO_VALID);
     }
 
     // Loads a one-table dictionary whose [[code]] entries are `codes`.
@@ -30,21 +30,21 @@ protected:
                                   "  name = \"A\"\n  type = 2\n");
         std::shared_ptr<const oxDictionary> dict;
         CString error;
-        ASSERT_EQ(oxDictionaryLoader::Load(path.c_str(), dict, error), oxioRaw::IO_VALID)
+        ASSERT_EQ(oxDictionaryLoader::Load(path.c_str(), dict, error), oxioStatus::IO_VALID)
             << error.c_str();
     }
 
     static std::string Format(short code, short section, const char* text) {
         char buffer[255];
         std::strcpy(buffer, text);
-        EXPECT_EQ(xk_format_field(code, section, buffer), oxioRaw::IO_VALID);
+        EXPECT_EQ(xk_format_field(code, section, buffer), oxioStatus::IO_VALID);
         return buffer;
     }
 
     static std::string Unformat(short code, short section, const char* text) {
         char buffer[255];
         std::strcpy(buffer, text);
-        EXPECT_EQ(xk_unformat_field(code, section, buffer), oxioRaw::IO_VALID);
+        EXPECT_EQ(xk_unformat_field(code, section, buffer), oxioStatus::IO_VALID);
         return buffer;
     }
 };
@@ -69,21 +69,21 @@ TEST_F(FieldCodes, WidthsAndSections) {
 
 TEST_F(FieldCodes, MasksAndDescriptions) {
     char text[61];
-    ASSERT_EQ(xk_mask(1, 0, text), oxioRaw::IO_VALID);
+    ASSERT_EQ(xk_mask(1, 0, text), oxioStatus::IO_VALID);
     EXPECT_STREQ(text, "AAAA-999999");
-    ASSERT_EQ(xk_mask(1, 2, text), oxioRaw::IO_VALID);
+    ASSERT_EQ(xk_mask(1, 2, text), oxioStatus::IO_VALID);
     EXPECT_STREQ(text, "999999");
-    EXPECT_EQ(xk_mask(1, 4, text), oxioRaw::IO_VOID);
-    ASSERT_EQ(xk_description(1, 0, text, false), oxioRaw::IO_VALID);
+    EXPECT_EQ(xk_mask(1, 4, text), oxioStatus::IO_VOID);
+    ASSERT_EQ(xk_description(1, 0, text, false), oxioStatus::IO_VALID);
     EXPECT_STREQ(text, "Item number");
-    ASSERT_EQ(xk_description(1, 2, text, false), oxioRaw::IO_VALID);
+    ASSERT_EQ(xk_description(1, 2, text, false), oxioStatus::IO_VALID);
     EXPECT_STREQ(text, "Item serial");
 
     LoadCodes("[[code]]\nnumber = 40\ndescription = \"part\"\n"
               "section = [{width = 2, punctuation = \"/\"}, {width = 3}]\n");
-    ASSERT_EQ(xk_mask(40, 0, text), oxioRaw::IO_VALID);
+    ASSERT_EQ(xk_mask(40, 0, text), oxioStatus::IO_VALID);
     EXPECT_STREQ(text, "XX/XXX");
-    ASSERT_EQ(xk_description(40, 1, text, true), oxioRaw::IO_VALID);
+    ASSERT_EQ(xk_description(40, 1, text, true), oxioStatus::IO_VALID);
     EXPECT_STREQ(text, "Part");  // no section description: the code's
 }
 
@@ -102,11 +102,11 @@ TEST_F(FieldCodes, CustomListAndItsDefault) {
     LoadCodes("[[code]]\nnumber = 41\ncustom_list = [\" North\", \"South\"]\n"
               "[[code]]\nnumber = 42\n");
     CString list;
-    ASSERT_EQ(xk_get_custom_list(41, list), oxioRaw::IO_VALID);
+    ASSERT_EQ(xk_get_custom_list(41, list), oxioStatus::IO_VALID);
     EXPECT_EQ(list, " North,South");
-    ASSERT_EQ(xk_get_custom_list_default(41, list), oxioRaw::IO_VALID);
+    ASSERT_EQ(xk_get_custom_list_default(41, list), oxioStatus::IO_VALID);
     EXPECT_EQ(list, "North");
-    ASSERT_EQ(xk_get_custom_list_default(42, list), oxioRaw::IO_VALID);
+    ASSERT_EQ(xk_get_custom_list_default(42, list), oxioStatus::IO_VALID);
     EXPECT_EQ(list, "");
     EXPECT_EQ(xk_num_sections(42), 0);
     EXPECT_EQ(xk_width(42, 0), 0);
@@ -114,13 +114,13 @@ TEST_F(FieldCodes, CustomListAndItsDefault) {
 
 TEST_F(FieldCodes, RecordsOfSectionsAndCodes) {
     xc_section_def section;
-    ASSERT_EQ(xc_get_section_def(1, 2, &section), oxioRaw::IO_VALID);
+    ASSERT_EQ(xc_get_section_def(1, 2, &section), oxioStatus::IO_VALID);
     EXPECT_EQ(section.width, 6);
     EXPECT_EQ(section.digits_only, 1);
-    EXPECT_EQ(xc_get_section_def(1, 0, &section), oxioRaw::IO_VOID);
-    EXPECT_EQ(xc_get_section_def(1, 6, &section), oxioRaw::IO_VOID);
+    EXPECT_EQ(xc_get_section_def(1, 0, &section), oxioStatus::IO_VOID);
+    EXPECT_EQ(xc_get_section_def(1, 6, &section), oxioStatus::IO_VOID);
     tsfield_def whole;
-    ASSERT_EQ(x_get_tsfield(1, &whole), oxioRaw::IO_VALID);
+    ASSERT_EQ(x_get_tsfield(1, &whole), oxioStatus::IO_VALID);
     EXPECT_EQ(whole.code, 1);
     EXPECT_EQ(whole.sections, 2);
     EXPECT_STREQ(whole.mask, "AAAA-999999");
@@ -134,13 +134,13 @@ TEST_F(FieldCodes, UnknownCodesAnswerNothing) {
     EXPECT_EQ(xk_num_sections(999), 0);
     EXPECT_EQ(xk_multi_section(999), 0);
     EXPECT_EQ(xk_capitals(999, 0), 0);
-    EXPECT_EQ(xk_format_field(999, 0, text), oxioRaw::IO_VOID);
+    EXPECT_EQ(xk_format_field(999, 0, text), oxioStatus::IO_VOID);
     EXPECT_STREQ(text, "abc");
-    EXPECT_EQ(xk_description(999, 0, text, false), oxioRaw::IO_VOID);
+    EXPECT_EQ(xk_description(999, 0, text, false), oxioStatus::IO_VOID);
     EXPECT_STREQ(text, "");
-    EXPECT_EQ(xk_get_custom_list(999, list), oxioRaw::IO_VOID);
+    EXPECT_EQ(xk_get_custom_list(999, list), oxioStatus::IO_VOID);
     EXPECT_TRUE(list.IsEmpty());
-    EXPECT_EQ(x_get_tsfield(999, &whole), oxioRaw::IO_VOID);
+    EXPECT_EQ(x_get_tsfield(999, &whole), oxioStatus::IO_VOID);
 }
 
 TEST_F(FieldCodes, ALaterDictionaryReplacesACodeOfTheSameNumber) {

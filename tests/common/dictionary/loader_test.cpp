@@ -10,7 +10,7 @@
 #include "dict_test_support.h"
 #include "oxdm/common/dictionary/dictionary_compiler.h"
 #include "oxdm/common/dictionary/dictionary_loader.h"
-#include "oxdm/common/dictionary/raw_status.h"
+#include "oxdm/common/values/io_status.h"
 
 namespace {
 
@@ -50,7 +50,7 @@ TEST(DictionaryLoader, TheFirstDirectoryThatHoldsTheSourceWins) {
     one.Write("shop.toml", OneTable("First"));
     std::shared_ptr<const oxDictionary> dict;
     CString error;
-    ASSERT_EQ(oxDictionaryLoader::Load("shop", dict, error), oxioRaw::IO_VALID) << error.c_str();
+    ASSERT_EQ(oxDictionaryLoader::Load("shop", dict, error), oxioStatus::IO_VALID) << error.c_str();
     EXPECT_EQ(std::string(dict->RecDef(1)->description), "First");
     EXPECT_EQ(dict->Name(), "shop");
     EXPECT_EQ(std::string(dict->SourcePath().c_str()), one.Path() + "/shop.toml");
@@ -64,7 +64,7 @@ TEST(DictionaryLoader, TheCurrentDirectoryIsSearchedWhenNoPathIsSet) {
     dicttest::ScopedCwd cwd(dir.Path());
     std::shared_ptr<const oxDictionary> dict;
     CString error;
-    ASSERT_EQ(oxDictionaryLoader::Load("cur", dict, error), oxioRaw::IO_VALID) << error.c_str();
+    ASSERT_EQ(oxDictionaryLoader::Load("cur", dict, error), oxioStatus::IO_VALID) << error.c_str();
     EXPECT_EQ(std::string(dict->RecDef(1)->description), "Here");
 }
 
@@ -74,7 +74,7 @@ TEST(DictionaryLoader, APathIsLoadedAsItStandsAndNamesTheDictionary) {
     dicttest::ScopedEnv env("OXDM_DICT_PATH", "/nonexistent");
     std::shared_ptr<const oxDictionary> dict;
     CString error;
-    ASSERT_EQ(oxDictionaryLoader::Load(path.c_str(), dict, error), oxioRaw::IO_VALID);
+    ASSERT_EQ(oxDictionaryLoader::Load(path.c_str(), dict, error), oxioStatus::IO_VALID);
     EXPECT_EQ(dict->Name(), "inv");
     EXPECT_EQ(oxDictionaryLoader::FindSource((dir.Path() + "/none.toml").c_str()), "");
 }
@@ -84,12 +84,12 @@ TEST(DictionaryLoader, AMissingDictionaryIsNotFoundAndSaysWhereItLooked) {
     dicttest::ScopedEnv env("OXDM_DICT_PATH", dir.Path());
     std::shared_ptr<const oxDictionary> dict;
     CString error;
-    EXPECT_EQ(oxDictionaryLoader::Load("nothere", dict, error), oxioRaw::FILE_NOT_FOUND);
+    EXPECT_EQ(oxDictionaryLoader::Load("nothere", dict, error), oxioStatus::FILE_NOT_FOUND);
     EXPECT_EQ(dict, nullptr);
     EXPECT_NE(error.Find("'nothere'"), -1) << error.c_str();
     EXPECT_NE(error.Find(dir.Path().c_str()), -1) << error.c_str();
     EXPECT_EQ(oxDictionaryLoader::LastError(), error);
-    EXPECT_EQ(oxDictionaryLoader::Load("", dict, error), oxioRaw::FILE_NOT_FOUND);
+    EXPECT_EQ(oxDictionaryLoader::Load("", dict, error), oxioStatus::FILE_NOT_FOUND);
 }
 
 TEST(DictionaryLoader, ABrokenSourceIsCorruptAndItsMessageIsKept) {
@@ -98,7 +98,7 @@ TEST(DictionaryLoader, ABrokenSourceIsCorruptAndItsMessageIsKept) {
     dicttest::ScopedEnv env("OXDM_DICT_PATH", dir.Path());
     std::shared_ptr<const oxDictionary> dict;
     CString error;
-    EXPECT_EQ(oxDictionaryLoader::Load("bad", dict, error), oxioRaw::CORRUPT_DATA);
+    EXPECT_EQ(oxDictionaryLoader::Load("bad", dict, error), oxioStatus::CORRUPT_DATA);
     EXPECT_EQ(dict, nullptr);
     EXPECT_NE(error.Find((path + ":6: syntax error").c_str()), -1) << error.c_str();
     EXPECT_EQ(oxDictionaryLoader::LastError(), error);
@@ -106,7 +106,7 @@ TEST(DictionaryLoader, ABrokenSourceIsCorruptAndItsMessageIsKept) {
     // A later success leaves the last failure readable.
     dir.Write("good.toml", OneTable("T"));
     CString none;
-    EXPECT_EQ(oxDictionaryLoader::Load("good", dict, none), oxioRaw::IO_VALID);
+    EXPECT_EQ(oxDictionaryLoader::Load("good", dict, none), oxioStatus::IO_VALID);
     EXPECT_EQ(oxDictionaryLoader::LastError(), error);
 }
 
@@ -116,9 +116,9 @@ TEST(DictionaryLoader, EachLoadReadsTheSourceAgain) {
     dir.Write("grow.toml", OneTable("Before"));
     std::shared_ptr<const oxDictionary> before, after;
     CString error;
-    ASSERT_EQ(oxDictionaryLoader::Load("grow", before, error), oxioRaw::IO_VALID);
+    ASSERT_EQ(oxDictionaryLoader::Load("grow", before, error), oxioStatus::IO_VALID);
     dir.Write("grow.toml", OneTable("After") + "  [[table.field]]\n  name = \"B\"\n  type = 3\n");
-    ASSERT_EQ(oxDictionaryLoader::Load("grow", after, error), oxioRaw::IO_VALID);
+    ASSERT_EQ(oxDictionaryLoader::Load("grow", after, error), oxioStatus::IO_VALID);
     EXPECT_EQ(before->FieldCount(), 1);
     EXPECT_EQ(after->FieldCount(), 2);
     EXPECT_EQ(std::string(after->RecDef(1)->description), "After");
@@ -132,14 +132,14 @@ TEST(DictionaryLoader, AnUnreadableSourceIsAnIoError) {
     dicttest::ScopedEnv env("OXDM_DICT_PATH", dir.Path());
     std::shared_ptr<const oxDictionary> dict;
     CString error;
-    EXPECT_EQ(oxDictionaryLoader::Load("locked", dict, error), oxioRaw::IO_ERROR);
+    EXPECT_EQ(oxDictionaryLoader::Load("locked", dict, error), oxioStatus::IO_ERROR);
     EXPECT_NE(error.Find("cannot be read"), -1) << error.c_str();
 }
 
 TEST(DictionaryLoader, SourceTextCompilesAgainToTheSameRecords) {
     std::shared_ptr<const oxDictionary> dict;
     CString error;
-    ASSERT_EQ(oxDictionaryLoader::Load(dicttest::kOrdPath, dict, error), oxioRaw::IO_VALID);
+    ASSERT_EQ(oxDictionaryLoader::Load(dicttest::kOrdPath, dict, error), oxioStatus::IO_VALID);
     std::ifstream in(dicttest::kOrdPath);
     std::stringstream text;
     text << in.rdbuf();

@@ -9,7 +9,7 @@
 //
 //     std::shared_ptr<const oxDictionary> dict;
 //     CString error;
-//     if (oxDictionaryLoader::Load("ord", dict, error) != oxioRaw::IO_VALID) ...
+//     if (oxDictionaryLoader::Load("ord", dict, error) != oxioStatus::IO_VALID) ...
 //     for (short t = 1; t <= dict->TableCount(); ++t) {
 //         const xio_rec_def& rec = *dict->RecDef(t);
 //         for (short f = rec.first_field; f < rec.first_field + rec.field_count; ++f) {

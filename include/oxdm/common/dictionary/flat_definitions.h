@@ -1,7 +1,8 @@
 #pragma once
 // The flat definition face: reading the definition records of an open file by
 // its file number. Every function that returns short returns a raw status
-// (raw_status.h), 0 for success, except xio_num, which returns a number.
+// (oxioStatus::IO_VALID and its companions in io_status.h), 0 for success,
+// except xio_num, which returns a number.
 // A file number that is not open answers FILE_NOT_FOUND; a table, field, key
 // or item number outside the file answers IO_VOID. Records are copied whole.
 
