@@ -23,6 +23,17 @@ bool InReach(Index16 index, std::size_t size) {
 
 Index16 Next(Index16 index) { return static_cast<Index16>(index + 1); }
 
+// Erases, in place and in order, every record for which matches() holds.
+template <class Match>
+void EraseMatching(std::vector<mvcObserverHandle>& records, Match matches) {
+    for (std::size_t i = 0; i < records.size();) {
+        if (matches(*records[i]))
+            records.erase(records.begin() + static_cast<std::ptrdiff_t>(i));
+        else
+            ++i;
+    }
+}
+
 }  // namespace
 
 mvcChangeMgr* mvcChangeMgr::Instance() {
@@ -57,21 +68,6 @@ void mvcChangeMgr::Register(mvcSubject* subject, short event, unsigned long& id,
     mvcObserverHandle handle(new mvcObserverRecord{subject, event, id, cb});
     records.push_back(handle);
 }
-
-namespace {
-
-// Erases, in place and in order, every record for which matches() holds.
-template <class Match>
-void EraseMatching(std::vector<mvcObserverHandle>& records, Match matches) {
-    for (std::size_t i = 0; i < records.size();) {
-        if (matches(*records[i]))
-            records.erase(records.begin() + static_cast<std::ptrdiff_t>(i));
-        else
-            ++i;
-    }
-}
-
-}  // namespace
 
 void mvcChangeMgr::Unregister(mvcSubject* subject, short event, unsigned long id) {
     EraseMatching(*observers, [&](const mvcObserverRecord& r) {
