@@ -30,16 +30,30 @@ struct ColumnSpec {
     std::string name;
     ColumnKind kind = ColumnKind::Text;
     StampKind stamp = StampKind::None;
+    bool foldCase = false;  // text compared without regard to case (key fields)
 };
 
-// One table of a record file. Index 0 is the table's key (unique); every
-// further index is a secondary order and may repeat. Indexes list column
-// positions in order; an empty index 0 means the table is ordered by
-// record number alone.
+// One order of a table: its number (0 for the table's own key, else the
+// dictionary's key number) and its column positions in order.
+struct IndexSpec {
+    short number = 0;
+    std::vector<int> columns;
+};
+
+// One table of a record file. Index 0 is the table's key (unique) and comes
+// first; every further index is a secondary order and may repeat. An empty
+// index 0 means the table is ordered by record number alone.
 struct TableSpec {
     short number = 0;
     std::vector<ColumnSpec> columns;
-    std::vector<std::vector<int>> indexes;
+    std::vector<IndexSpec> indexes;
+
+    // The index numbered `number`, null when the table has none.
+    const IndexSpec* Index(short number) const {
+        for (const IndexSpec& index : indexes)
+            if (index.number == number) return &index;
+        return nullptr;
+    }
 };
 
 // A value as the store keeps it: monostate is the column's blank.

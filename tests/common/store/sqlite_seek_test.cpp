@@ -98,7 +98,7 @@ TEST(SqliteSeek, WalksBothIndexesInOrderWithPartialKeys) {
     ASSERT_EQ(store->Seek({1, 0, SeekKind::GT, {std::string("O00001"), std::int64_t{3}}}, row), 0);
     EXPECT_EQ(Text(row, 0), "O00002");
     EXPECT_EQ(Whole(row, 1), 0);
-    EXPECT_EQ(store->Seek({1, 0, SeekKind::GT, {std::string("O00002"), std::int64_t{3}}}, row), oxioStatus::INVALID_KEY);
+    EXPECT_EQ(store->Seek({1, 0, SeekKind::GT, {std::string("O00002"), std::int64_t{3}}}, row), oxioStatus::AT_END);
     EXPECT_EQ(store->Seek({1, 0, SeekKind::EQ, {std::string("O00002"), std::int64_t{9}}}, row), oxioStatus::INVALID_KEY);
 
     // Backward over the secondary index: items I1 (6 records) then I0, rowid

@@ -40,7 +40,7 @@ inline TableSpec LinesTable() {
                      {"OPER", ColumnKind::Text, StampKind::Operator},
                      {"SDATE", ColumnKind::Integer, StampKind::Date},
                      {"STIME", ColumnKind::Integer, StampKind::Time}};
-    table.indexes = {{0, 1}, {2}};
+    table.indexes = {{0, {0, 1}}, {1, {2}}};
     return table;
 }
 

@@ -28,7 +28,7 @@ namespace {
 std::string ColumnDefinition(const ColumnSpec& column) {
     switch (column.kind) {
         case ColumnKind::Text:
-            return QuotedColumn(column) + " TEXT NOT NULL DEFAULT ''";
+            return QuotedColumn(column) + " TEXT NOT NULL DEFAULT ''" + (column.foldCase ? " COLLATE NOCASE" : "");
         case ColumnKind::Integer:
             return QuotedColumn(column) + " INTEGER NOT NULL DEFAULT 0";
         case ColumnKind::Real:
@@ -37,11 +37,11 @@ std::string ColumnDefinition(const ColumnSpec& column) {
     return {};
 }
 
-std::string IndexSql(const TableSpec& table, size_t index) {
-    std::string name = TableName(table.number) + "_k" + std::to_string(index);
-    std::string sql = std::string("CREATE ") + (index == 0 ? "UNIQUE " : "") + "INDEX IF NOT EXISTS " + name + " ON " +
-                      TableName(table.number) + "(";
-    const std::vector<int>& columns = table.indexes[index];
+std::string IndexSql(const TableSpec& table, const IndexSpec& index) {
+    std::string name = TableName(table.number) + "_k" + std::to_string(index.number);
+    std::string sql = std::string("CREATE ") + (index.number == 0 ? "UNIQUE " : "") + "INDEX IF NOT EXISTS " + name +
+                      " ON " + TableName(table.number) + "(";
+    const std::vector<int>& columns = index.columns;
     for (size_t i = 0; i < columns.size(); ++i) sql += (i ? ", " : "") + QuotedColumn(table.columns[columns[i]]);
     return sql + ")";
 }
@@ -104,8 +104,8 @@ short PrepareSchema(SqliteDb& db, const std::vector<TableSpec>& tables, bool cre
                 sql += "ALTER TABLE " + TableName(table.number) + " ADD COLUMN " + ColumnDefinition(column) + ";";
             }
         }
-        for (size_t index = 0; index < table.indexes.size(); ++index)
-            if (!table.indexes[index].empty()) sql += IndexSql(table, index) + ";";
+        for (const IndexSpec& index : table.indexes)
+            if (!index.columns.empty()) sql += IndexSql(table, index) + ";";
         if (sql.empty()) continue;
         rc = db.Exec("BEGIN IMMEDIATE;" + sql + "COMMIT;");
         if (rc != SQLITE_OK) {

@@ -73,7 +73,7 @@ const char* CompareText(CompareOp op) {
 }  // namespace
 
 std::string ProbeSql(const TableSpec& table, short index, const Probe& probe, const std::string& filterSql) {
-    const std::vector<int>& columns = table.indexes[static_cast<size_t>(index)];
+    const std::vector<int>& columns = table.Index(index)->columns;
     assert(probe.equalCount <= static_cast<int>(columns.size()));
     std::string where;
     auto add = [&where](const std::string& term) { where += (where.empty() ? "" : " AND ") + term; };

@@ -34,6 +34,7 @@ struct Probe {
 // number of key values given (GE may give a prefix).
 std::vector<Probe> ProbesFor(SeekKind kind, int indexLength, bool uniqueIndex, int keyCount);
 
+// REQUIRES: table.Index(index) exists.
 // The SELECT text of one probe on `index` of `table`, with `filterSql`
 // (already parenthesised, or empty) joined by AND. Placeholders come in the
 // order: equal values, the range value, then the filter's constants.

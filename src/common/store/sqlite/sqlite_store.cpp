@@ -17,12 +17,14 @@ enum class StatementKind : std::uint64_t {
     Probe, Read, Insert, UpdateChecked, UpdatePlain, Delete, Count, CountBefore, Offset
 };
 
+// Packs what tells one statement from another into the key of its cache:
+// kind 4 bits, table 12, index 12, equal count 6, range 3, direction 1,
+// filter 26.
 std::uint64_t StatementKey(StatementKind kind, short table, short index = 0, const Probe& probe = {}, int filter = 0) {
-    return (static_cast<std::uint64_t>(kind) << 56) | (static_cast<std::uint64_t>(static_cast<std::uint16_t>(table)) << 40) |
-           (static_cast<std::uint64_t>(static_cast<std::uint8_t>(index)) << 32) |
-           (static_cast<std::uint64_t>(static_cast<std::uint8_t>(probe.equalCount)) << 24) |
-           (static_cast<std::uint64_t>(probe.op) << 21) | (static_cast<std::uint64_t>(probe.descending) << 20) |
-           static_cast<std::uint64_t>(filter & 0xfffff);
+    return (static_cast<std::uint64_t>(kind) << 60) | (static_cast<std::uint64_t>(table & 0xfff) << 48) |
+           (static_cast<std::uint64_t>(index & 0xfff) << 36) | (static_cast<std::uint64_t>(probe.equalCount & 0x3f) << 30) |
+           (static_cast<std::uint64_t>(probe.op) << 27) | (static_cast<std::uint64_t>(probe.descending) << 26) |
+           static_cast<std::uint64_t>(filter & 0x3ffffff);
 }
 
 std::string Where(const std::string& filterSql) { return filterSql.empty() ? "" : " WHERE " + filterSql; }
@@ -171,9 +173,9 @@ int SqliteRecordStore::StepRow(sqlite3_stmt* stmt, const TableSpec& table, RowIm
 std::vector<std::string> SqliteRecordStore::SeekStatements(const SeekRequest& request) const {
     std::vector<std::string> out;
     const TableSpec* spec = Table(request.table);
-    if (!spec || request.index < 0 || static_cast<size_t>(request.index) >= spec->indexes.size()) return out;
+    if (!spec || !spec->Index(request.index)) return out;
     const FilterEntry* filter = FilterFor(request.filter);
-    int n = static_cast<int>(spec->indexes[request.index].size());
+    int n = static_cast<int>(spec->Index(request.index)->columns.size());
     for (const Probe& probe : ProbesFor(request.kind, n, request.index == 0, static_cast<int>(request.key.size())))
         out.push_back(ProbeSql(*spec, request.index, probe, filter ? filter->sql : std::string()));
     return out;
@@ -181,10 +183,9 @@ std::vector<std::string> SqliteRecordStore::SeekStatements(const SeekRequest& re
 
 short SqliteRecordStore::Seek(const SeekRequest& request, RowImage& out) {
     const TableSpec* spec = Table(request.table);
-    if (!spec || request.index < 0 || static_cast<size_t>(request.index) >= spec->indexes.size())
-        return oxioStatus::INVALID_KEY;
+    if (!spec || !spec->Index(request.index)) return oxioStatus::INVALID_KEY;
     const FilterEntry* filter = FilterFor(request.filter);
-    const std::vector<int>& columns = spec->indexes[request.index];
+    const std::vector<int>& columns = spec->Index(request.index)->columns;
     int n = static_cast<int>(columns.size());
     bool needsKey = request.kind == SeekKind::Next || request.kind == SeekKind::Prev || request.kind == SeekKind::EQ ||
                     request.kind == SeekKind::GT;
@@ -212,9 +213,8 @@ short SqliteRecordStore::Seek(const SeekRequest& request, RowImage& out) {
     switch (request.kind) {
         case SeekKind::Prev: return oxioStatus::AT_START;
         case SeekKind::Next: return oxioStatus::AT_END;
-        case SeekKind::First:
-        case SeekKind::Last: return oxioStatus::AT_END;
-        default: return oxioStatus::INVALID_KEY;
+        case SeekKind::EQ: return oxioStatus::INVALID_KEY;
+        default: return oxioStatus::AT_END;
     }
 }
 
@@ -435,10 +435,10 @@ short SqliteRecordStore::RelativePosition(short table, short index, int filterId
                                           short& percent) {
     percent = 0;
     const TableSpec* spec = Table(table);
-    if (!spec || index < 0 || static_cast<size_t>(index) >= spec->indexes.size()) return oxioStatus::INVALID_KEY;
+    if (!spec || !spec->Index(index)) return oxioStatus::INVALID_KEY;
     const FilterEntry* filter = FilterFor(filterId);
     std::string filterSql = filter ? filter->sql : "";
-    const std::vector<int>& columns = spec->indexes[index];
+    const std::vector<int>& columns = spec->Index(index)->columns;
 
     std::int64_t total = 0, before = 0;
     {
@@ -484,7 +484,7 @@ short SqliteRecordStore::RelativePosition(short table, short index, int filterId
 
 short SqliteRecordStore::SeekRelative(short table, short index, int filterId, short percent, RowImage& out) {
     const TableSpec* spec = Table(table);
-    if (!spec || index < 0 || static_cast<size_t>(index) >= spec->indexes.size()) return oxioStatus::INVALID_KEY;
+    if (!spec || !spec->Index(index)) return oxioStatus::INVALID_KEY;
     const FilterEntry* filter = FilterFor(filterId);
     std::string filterSql = filter ? filter->sql : "";
     std::int64_t total = 0;
