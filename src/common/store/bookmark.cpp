@@ -70,12 +70,10 @@ oxioStatus::Status oxioBookmark::GoTo() {
     short raw = oxdm::store::Locate(mark_->fileNum, mark_->table, file, state);
     if (raw != 0) return oxioStatus::ConvertToOxio(raw);
     if (mark_->rowid == 0) return oxioStatus::InvalidKey;
-    oxdm::store::RowImage found;
-    raw = file->Store().Read(mark_->table, mark_->rowid, found);
+    raw = file->Store().Read(mark_->table, mark_->rowid, state->scratch);
     if (raw != 0) return oxioStatus::ConvertToOxio(raw);
-    state->position = found;
-    state->buffer = std::move(found);
-    cursor_->TakeRecord(state->position.rowid, state->position.version);
+    state->TakeScratch();
+    cursor_->TakeRecord(*file, state->position.rowid, state->position.version);
     return oxioStatus::Success;
 }
 

@@ -2,6 +2,7 @@
 
 #include "oxdm/common/values/data.h"
 #include "oxdm/common/values/date_value.h"
+#include "oxdm/common/values/text_values.h"
 #include "oxdm/common/values/time_value.h"
 
 #include <cmath>
@@ -130,7 +131,7 @@ FieldValue StoredFromData(short type, const oxData& value) {
     return StoredFromXval(type, xval.GetXval());
 }
 
-void XvalFromStored(short type, short decimals, const FieldValue& stored, x_value_def& out) {
+void XvalFromStored(short type, short decimals, const FieldValue& stored, x_value_def& out, bool withText) {
     x_value_init(&out);
     out.decimals = decimals;
     if (const auto* text = std::get_if<std::string>(&stored)) {
@@ -165,20 +166,21 @@ void XvalFromStored(short type, short decimals, const FieldValue& stored, x_valu
             out.flags = whole < 0 ? XV_NULL : 0;
             break;
         case XIO_NUMERIC:
-            std::snprintf(text, sizeof text, "%.*f", decimals, number);
+            if (withText) std::snprintf(text, sizeof text, "%.*f", decimals, number);
             break;
         default:
-            std::snprintf(text, sizeof text, "%lld", static_cast<long long>(whole));
+            if (withText) std::snprintf(text, sizeof text, "%lld", static_cast<long long>(whole));
             break;
     }
-    x_value_set_text(&out, text, std::strlen(text));
+    if (text[0]) x_value_set_text(&out, text, std::strlen(text));
 }
 
-bool LoadData(short type, short decimals, const FieldValue& stored, oxData& value) {
-    x_value_def record;
-    XvalFromStored(type, decimals, stored, record);
-    oxioXval xval(record);
-    x_value_free(&record);
+bool IsText(const oxData& value) { return dynamic_cast<const oxString*>(&value) != nullptr; }
+
+bool LoadData(short type, short decimals, const FieldValue& stored, oxData& value, bool text) {
+    // Filled in place: the record of a fresh oxioXval holds nothing to free.
+    oxioXval xval;
+    XvalFromStored(type, decimals, stored, xval.Edit(), text);
     return value.SetVal(xval);
 }
 

@@ -31,8 +31,14 @@ FieldValue StoredFromXval(short type, const x_value_def& value);
 FieldValue StoredFromData(short type, const oxData& value);
 // Fills `out` (zeroed first, not freed) with the stored value as a neutral
 // record of kind XV_NONE, which any value class reads from its own member.
-void XvalFromStored(short type, short decimals, const FieldValue& stored, x_value_def& out);
+// `withText` also writes the display text of a number, for a reader that
+// takes text.
+void XvalFromStored(short type, short decimals, const FieldValue& stored, x_value_def& out, bool withText = true);
 // Loads a stored value into `value`; false when the value cannot take it.
-bool LoadData(short type, short decimals, const FieldValue& stored, oxData& value);
+// `text` tells that the value is of the text family, which reads the
+// display text of any field.
+bool LoadData(short type, short decimals, const FieldValue& stored, oxData& value, bool text);
+// Whether a value is of the text family.
+bool IsText(const oxData& value);
 
 }  // namespace oxdm::store

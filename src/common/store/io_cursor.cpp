@@ -43,10 +43,10 @@ oxioCursor::~oxioCursor() {
     if (lockedRowid_ != 0) Unlock(1);
 }
 
-void oxioCursor::TakeRecord(long long rowid, long long version) {
+void oxioCursor::TakeRecord(oxStoreFile& file, long long rowid, long long version) {
     readRowid_ = rowid;
     readVersion_ = version;
-    Refresh();
+    RefreshFrom(file);
 }
 
 oxioStatus::Status oxioCursor::Fetch(Seek seek, bool lock) {
@@ -72,12 +72,13 @@ oxioStatus::Status oxioCursor::Fetch(Seek seek, bool lock) {
         case Seek::GE:
         case Seek::GT: {
             request.kind = seek == Seek::EQ ? SeekKind::EQ : seek == Seek::GE ? SeekKind::GE : SeekKind::GT;
-            SetBuffer();
+            // Only the key goes into the buffer: what the seek finds replaces the rest.
+            SetKeyInBuffer(file);
             request.key = file.KeyOf(table_, index_, state.buffer);
             if (seek == Seek::GE) {
                 // A partial key: the blank key columns at the end are not given.
                 const oxdm::store::IndexSpec* order = file.Spec(table_)->Index(index_);
-                while (!request.key.empty() &&
+                while (order && !request.key.empty() &&
                        oxdm::store::IsBlankStored(file.Field(table_, order->columns[request.key.size() - 1]).type,
                                                   request.key.back()))
                     request.key.pop_back();
@@ -85,13 +86,11 @@ oxioStatus::Status oxioCursor::Fetch(Seek seek, bool lock) {
             break;
         }
     }
-    RowImage found;
-    short raw = file.Store().Seek(request, found);
+    short raw = file.Store().Seek(request, state.scratch);
     if (raw != oxioStatus::IO_VALID) return Converted(raw);
-    state.position = found;
-    state.buffer = std::move(found);
+    state.TakeScratch();
     state.filter = filter_;
-    TakeRecord(state.position.rowid, state.position.version);
+    TakeRecord(file, state.position.rowid, state.position.version);
     return lock ? Lock() : oxioStatus::Success;
 }
 
@@ -108,12 +107,10 @@ oxioStatus::Status oxioCursor::FetchCurrent(bool lock) {
     if (!target) return oxioStatus::FileNotFound;
     TableState& state = *target.state;
     if (state.position.rowid == 0) return oxioStatus::InvalidKey;
-    RowImage found;
-    short raw = target.file->Store().Read(table_, state.position.rowid, found);
+    short raw = target.file->Store().Read(table_, state.position.rowid, state.scratch);
     if (raw != oxioStatus::IO_VALID) return Converted(raw);
-    state.position = found;
-    state.buffer = std::move(found);
-    TakeRecord(state.position.rowid, state.position.version);
+    state.TakeScratch();
+    TakeRecord(*target.file, state.position.rowid, state.position.version);
     return lock ? Lock() : oxioStatus::Success;
 }
 
@@ -121,17 +118,20 @@ oxioStatus::Status oxioCursor::SeekEQ() {
     Target target = Reach(file_, table_);
     if (!target) return oxioStatus::FileNotFound;
     TableState& state = *target.state;
-    // The key of the attached values over the buffer, leaving both alone.
-    RowImage keyed = state.buffer;
+    // The key of the attached values over the buffer, leaving the buffer alone.
+    const oxdm::store::IndexSpec* index = target.file->Spec(table_)->Index(index_);
+    if (!index) return oxioStatus::InvalidKey;
+    std::vector<FieldValue> key = target.file->KeyOf(table_, index_, state.buffer);
+    const std::vector<int>& columns = index->columns;
     for (const Attached& attached : attached_)
-        keyed.fields[attached.column] =
-            oxdm::store::StoredFromData(target.file->Field(table_, attached.column).type, *attached.value);
-    SeekRequest request(table_, index_, SeekKind::EQ, target.file->KeyOf(table_, index_, keyed));
+        for (size_t i = 0; i < columns.size(); ++i)
+            if (columns[i] == attached.column)
+                key[i] = oxdm::store::StoredFromData(target.file->Field(table_, attached.column).type, *attached.value);
+    SeekRequest request(table_, index_, SeekKind::EQ, std::move(key));
     request.filter = filter_;
-    RowImage found;
-    short raw = target.file->Store().Seek(request, found);
+    short raw = target.file->Store().Seek(request, state.scratch);
     if (raw != oxioStatus::IO_VALID) return Converted(raw);
-    state.position = std::move(found);
+    std::swap(state.position, state.scratch);
     return oxioStatus::Success;
 }
 
@@ -145,7 +145,7 @@ oxioStatus::Status oxioCursor::Insert(short*) {
     if (raw != oxioStatus::IO_VALID) return Converted(raw);
     state.position = row;
     state.buffer = std::move(row);
-    TakeRecord(state.position.rowid, state.position.version);
+    TakeRecord(*target.file, state.position.rowid, state.position.version);
     return oxioStatus::Success;
 }
 
@@ -166,7 +166,7 @@ oxioStatus::Status oxioCursor::Update(short*, UpdateMethod method) {
     if (raw != oxioStatus::IO_VALID) return Converted(raw);
     state.position = row;
     state.buffer = std::move(row);
-    TakeRecord(state.position.rowid, state.position.version);
+    TakeRecord(*target.file, state.position.rowid, state.position.version);
     return oxioStatus::Success;
 }
 
@@ -222,12 +222,27 @@ void oxioCursor::Clear() {
 }
 
 void oxioCursor::Refresh() {
-    Target target = Reach(file_, table_);
-    if (!target) return;
+    if (Target target = Reach(file_, table_)) RefreshFrom(*target.file);
+}
+
+void oxioCursor::RefreshFrom(oxStoreFile& file) {
+    const TableState& state = *file.State(table_);
     for (const Attached& attached : attached_) {
-        const xio_fld_def& field = target.file->Field(table_, attached.column);
-        oxdm::store::LoadData(field.type, field.decimal, target.state->buffer.fields[attached.column], *attached.value);
+        const xio_fld_def& field = file.Field(table_, attached.column);
+        oxdm::store::LoadData(field.type, field.decimal, state.buffer.fields[attached.column], *attached.value,
+                              attached.text);
     }
+}
+
+void oxioCursor::SetKeyInBuffer(oxStoreFile& file) {
+    const oxdm::store::IndexSpec* index = file.Spec(table_)->Index(index_);
+    if (!index) return;
+    TableState& state = *file.State(table_);
+    for (const Attached& attached : attached_)
+        for (int column : index->columns)
+            if (column == attached.column)
+                state.buffer.fields[attached.column] =
+                    oxdm::store::StoredFromData(file.Field(table_, attached.column).type, *attached.value);
 }
 
 void oxioCursor::SetBuffer() {
@@ -244,7 +259,8 @@ bool oxioCursor::GetColumnData(const CString& column, oxData& value) const {
     int c = target.file->ColumnNamed(table_, column);
     if (c < 0) return false;
     const xio_fld_def& field = target.file->Field(table_, c);
-    return oxdm::store::LoadData(field.type, field.decimal, target.state->buffer.fields[c], value);
+    return oxdm::store::LoadData(field.type, field.decimal, target.state->buffer.fields[c], value,
+                                 oxdm::store::IsText(value));
 }
 
 bool oxioCursor::SetColumnData(const CString& column, const oxData& value) {
@@ -263,7 +279,7 @@ bool oxioCursor::AttachColumn(const CString& column, oxData& value) {
     if (c < 0) return false;
     for (const Attached& attached : attached_)
         if (attached.column == c && attached.value == &value) return true;
-    attached_.push_back({c, &value});
+    attached_.push_back({c, &value, oxdm::store::IsText(value)});
     return true;
 }
 

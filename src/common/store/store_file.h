@@ -23,6 +23,14 @@ struct TableState {
     RowImage buffer;    // what writes take and xio_get_field reads
     RowImage position;  // the record the table stands on, as last read
     int filter = 0;     // the filter of the last cursor seek on the table
+    RowImage scratch;   // reused by reads, so that a walk allocates nothing
+
+    // Makes the record just read into `scratch` the buffer and the record
+    // the table stands on.
+    void TakeScratch() {
+        std::swap(buffer, scratch);
+        position = buffer;
+    }
 };
 
 class oxStoreFile : public oxOpenFile {

@@ -22,6 +22,9 @@
 class oxData;
 class oxioDataFile;
 class oxioBookmark;
+namespace oxdm::store {
+class oxStoreFile;
+}
 
 class oxioCursor {
 public:
@@ -100,10 +103,14 @@ private:
     enum class Seek { First, Last, Next, Prev, EQ, GE, GT };
 
     oxioStatus::Status Fetch(Seek seek, bool lock);
+    // Moves the attached values of the index's key columns into the buffer.
+    void SetKeyInBuffer(oxdm::store::oxStoreFile& file);
+    // Refresh on a file already found.
+    void RefreshFrom(oxdm::store::oxStoreFile& file);
     // Compiles range and conditions into the file's filter.
     void RebuildFilter();
     // Takes what was read as the record under the cursor.
-    void TakeRecord(long long rowid, long long version);
+    void TakeRecord(oxdm::store::oxStoreFile& file, long long rowid, long long version);
 
     // Invariants: file_ outlives the cursor; attached_ holds column
     // positions of table_ and values the caller owns; filter_ is the file's
@@ -114,6 +121,7 @@ private:
     struct Attached {
         int column;
         oxData* value;
+        bool text;  // the value is of the text family
     };
     const oxioDataFile* file_;
     short table_;

@@ -6,8 +6,9 @@
 
 namespace oxdm::store {
 
-std::vector<Probe> ProbesFor(SeekKind kind, int n, bool unique, int keyCount) {
-    std::vector<Probe> probes;
+ProbeList ProbesFor(SeekKind kind, int n, bool unique, int keyCount) {
+    assert(n < 32);
+    ProbeList probes;
     switch (kind) {
         case SeekKind::First:
             probes.push_back({0, RangeOp::None, false});

@@ -14,6 +14,7 @@
 
 #include "record_store.h"
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -30,9 +31,23 @@ struct Probe {
     bool descending = false;
 };
 
-// The probes that answer a seek, in the order to try them. `keyCount` is the
-// number of key values given (GE may give a prefix).
-std::vector<Probe> ProbesFor(SeekKind kind, int indexLength, bool uniqueIndex, int keyCount);
+// The probes of one seek, in the order to try them: one per key column at
+// most, and one for the rowid.
+class ProbeList {
+public:
+    void push_back(const Probe& probe) { items_[static_cast<size_t>(count_++)] = probe; }
+    const Probe* begin() const { return items_.data(); }
+    const Probe* end() const { return items_.data() + count_; }
+
+private:
+    std::array<Probe, 32> items_{};
+    int count_ = 0;
+};
+
+// REQUIRES: indexLength < 32.
+// The probes that answer a seek. `keyCount` is the number of key values
+// given (GE may give a prefix).
+ProbeList ProbesFor(SeekKind kind, int indexLength, bool uniqueIndex, int keyCount);
 
 // REQUIRES: table.Index(index) exists.
 // The SELECT text of one probe on `index` of `table`, with `filterSql`
