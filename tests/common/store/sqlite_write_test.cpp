@@ -166,3 +166,40 @@ TEST(SqliteWrite, ADamagedFileGivesAStatusNeverACrash) {
 
 }  // namespace
 }  // namespace oxdm::store::testing
+
+namespace oxdm::store::testing {
+namespace {
+
+TEST(SqliteCaches, DropCachesEmptiesThePageCacheAndReadsSeeOtherWriters) {
+    ScratchDir dir;
+    std::string path = dir.File("cache.oxd");
+    auto store = OpenLines(path);
+    for (int i = 0; i < 2000; ++i) {
+        RowImage row = Line("O" + std::to_string(i), i, std::string(100, 'c'), i);
+        ASSERT_EQ(store->Insert(1, row), 0);
+    }
+    RowImage row;
+    for (short rc = store->Seek({1, 1, SeekKind::First}, row); rc == 0;
+         rc = store->Seek({1, 1, SeekKind::Next, {row.fields[2]}, row.rowid}, row)) {
+    }
+    auto cacheUsed = [&] {
+        int current = 0, highest = 0;
+        sqlite3_db_status(store->db().handle(), SQLITE_DBSTATUS_CACHE_USED, &current, &highest, 0);
+        return current;
+    };
+    int before = cacheUsed();
+    store->DropCaches();
+    EXPECT_LT(cacheUsed(), before / 4);
+
+    // Another connection's write is what the next read finds.
+    auto other = OpenLines(path);
+    ASSERT_EQ(store->Seek({1, 0, SeekKind::First}, row), 0);
+    RowImage theirs = row;
+    theirs.fields[2] = std::string("CHANGED");
+    ASSERT_EQ(other->Update(1, theirs, true), 0);
+    ASSERT_EQ(store->Read(1, row.rowid, row), 0);
+    EXPECT_EQ(Text(row, 2), "CHANGED");
+}
+
+}  // namespace
+}  // namespace oxdm::store::testing

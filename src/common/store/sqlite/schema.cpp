@@ -37,8 +37,12 @@ std::string ColumnDefinition(const ColumnSpec& column) {
     return {};
 }
 
+std::string IndexName(const TableSpec& table, const IndexSpec& index) {
+    return TableName(table.number) + "_k" + std::to_string(index.number);
+}
+
 std::string IndexSql(const TableSpec& table, const IndexSpec& index) {
-    std::string name = TableName(table.number) + "_k" + std::to_string(index.number);
+    std::string name = IndexName(table, index);
     std::string sql = std::string("CREATE ") + (index.number == 0 ? "UNIQUE " : "") + "INDEX IF NOT EXISTS " + name +
                       " ON " + TableName(table.number) + "(";
     const std::vector<int>& columns = index.columns;
@@ -79,6 +83,15 @@ short PrepareSchema(SqliteDb& db, const std::vector<TableSpec>& tables, bool cre
                         " data BLOB NOT NULL, PRIMARY KEY(tbl, rid, seq)) WITHOUT ROWID;";
     if (int rc = db.Exec(sides); rc != SQLITE_OK) return Fail(db, rc, "cannot be prepared", error);
 
+    std::set<std::string> indexes;
+    {
+        SqliteDb::Statement stmt = db.Prepare("SELECT name FROM sqlite_schema WHERE type = 'index'");
+        if (!stmt) return Fail(db, db.lastError(), "cannot be read", error);
+        int rc;
+        while ((rc = sqlite3_step(stmt.get())) == SQLITE_ROW)
+            indexes.insert(reinterpret_cast<const char*>(sqlite3_column_text(stmt.get(), 0)));
+        if (rc != SQLITE_DONE) return Fail(db, rc, "cannot be read", error);
+    }
     for (const TableSpec& table : tables) {
         int rc = SQLITE_OK;
         std::set<std::string> existing = ExistingColumns(db, table.number, rc);
@@ -105,7 +118,14 @@ short PrepareSchema(SqliteDb& db, const std::vector<TableSpec>& tables, bool cre
             }
         }
         for (const IndexSpec& index : table.indexes)
-            if (!index.columns.empty()) sql += IndexSql(table, index) + ";";
+            if (!index.columns.empty() && !indexes.count(IndexName(table, index))) {
+                if (!create) {
+                    error = "The record file '" + db.path() + "' lacks index " + std::to_string(index.number) +
+                            " of table " + std::to_string(table.number) + "; it is older than its dictionary.";
+                    return oxioStatus::INCOMPATIBLE_FILE;
+                }
+                sql += IndexSql(table, index) + ";";
+            }
         if (sql.empty()) continue;
         rc = db.Exec("BEGIN IMMEDIATE;" + sql + "COMMIT;");
         if (rc != SQLITE_OK) {

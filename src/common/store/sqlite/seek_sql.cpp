@@ -74,6 +74,7 @@ const char* CompareText(CompareOp op) {
 }  // namespace
 
 std::string ProbeSql(const TableSpec& table, short index, const Probe& probe, const std::string& filterSql) {
+    assert(table.Index(index) != nullptr);
     const std::vector<int>& columns = table.Index(index)->columns;
     assert(probe.equalCount <= static_cast<int>(columns.size()));
     std::string where;
