@@ -2,6 +2,7 @@
 
 #include "oxdm/common/dictionary/field_codes.h"
 
+#include <algorithm>
 #include <cassert>
 #include <cctype>
 #include <cstring>
@@ -69,6 +70,20 @@ std::string Unformatted(const tsfield_def* code, const char* text) {
 }
 
 constexpr std::size_t kFieldTextSize = 255;
+
+// Code 9 holds free-form references (accounts, numbers with decimals): its
+// sections give widths and flags for the checks, not a layout.
+constexpr short kFreeFormCode = 9;
+
+// A right-justified section shorter than its width is filled in front: with
+// '0' when it takes digits only and holds digits only, else with blanks.
+std::string Justified(const xc_section_def& s, std::string chunk) {
+    const std::size_t width = static_cast<std::size_t>(s.width);
+    if (!s.right_justify || chunk.empty() || chunk.size() >= width) return chunk;
+    const bool digits = std::all_of(chunk.begin(), chunk.end(),
+                                    [](char c) { return std::isdigit(static_cast<unsigned char>(c)); });
+    return std::string(width - chunk.size(), s.digits_only && digits ? '0' : ' ') + chunk;
+}
 
 }  // namespace
 
@@ -174,10 +189,16 @@ short xk_format_field(short code, short section, char* text) {
     assert(text);
     const tsfield_def* def = oxFieldCodes::Find(code);
     if (!def) return oxioStatus::IO_VOID;
+    if (code == kFreeFormCode) {
+        // Code 9 is free-form: its text is never laid into sections.
+        if (SectionFlag(code, 0, &xc_section_def::capitals)) CopyOut(text, Upper(text), kFieldTextSize);
+        return oxioStatus::IO_VALID;
+    }
     if (section != 0) {
         const xc_section_def* s = Section(def, section);
         if (!s) return oxioStatus::IO_VOID;
-        if (s->capitals) CopyOut(text, Upper(text), kFieldTextSize);
+        std::string out = s->capitals ? Upper(text) : std::string(text);
+        CopyOut(text, Justified(*s, out), kFieldTextSize);
         return oxioStatus::IO_VALID;
     }
     const std::string raw = Unformatted(def, text);
@@ -188,7 +209,7 @@ short xk_format_field(short code, short section, char* text) {
         std::string chunk = raw.substr(pos, static_cast<std::size_t>(s.width));
         pos += chunk.size();
         if (i > 0 && def->section[i - 1].punctuation) out += def->section[i - 1].punctuation;
-        out += s.capitals ? Upper(chunk) : chunk;
+        out += Justified(s, s.capitals ? Upper(chunk) : chunk);
     }
     // Characters beyond the last section are kept, so nothing typed is lost.
     if (pos < raw.size()) out += raw.substr(pos);
@@ -200,6 +221,12 @@ short xk_unformat_field(short code, short section, char* text) {
     assert(text);
     const tsfield_def* def = oxFieldCodes::Find(code);
     if (!def) return oxioStatus::IO_VOID;
+    if (code == kFreeFormCode) {
+        std::string out = text;
+        while (!out.empty() && out.back() == ' ') out.pop_back();
+        CopyOut(text, out, kFieldTextSize);
+        return oxioStatus::IO_VALID;
+    }
     if (section != 0 && !Section(def, section)) return oxioStatus::IO_VOID;
     CopyOut(text, Unformatted(def, text), kFieldTextSize);
     return oxioStatus::IO_VALID;

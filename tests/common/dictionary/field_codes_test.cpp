@@ -89,13 +89,22 @@ TEST_F(FieldCodes, MasksAndDescriptions) {
 
 TEST_F(FieldCodes, FormatLaysCharactersIntoSections) {
     EXPECT_EQ(Format(1, 0, "abcd123456"), "ABCD-123456");
-    EXPECT_EQ(Format(1, 0, "ab-cd-12"), "ABCD-12");
+    EXPECT_EQ(Format(1, 0, "ab-cd-12"), "ABCD-000012");  // right-justified serial
     EXPECT_EQ(Format(1, 0, "abc"), "ABC");
     EXPECT_EQ(Format(1, 0, "abcd1234567890"), "ABCD-1234567890");  // nothing lost
     EXPECT_EQ(Format(1, 1, "ab"), "AB");
-    EXPECT_EQ(Format(1, 2, "ab"), "ab");
+    EXPECT_EQ(Format(1, 2, "ab"), "    ab");
+    EXPECT_EQ(Format(1, 2, "12"), "000012");
     EXPECT_EQ(Unformat(1, 0, "ABCD-123456  "), "ABCD123456");
     EXPECT_EQ(Format(1, 0, Unformat(1, 0, "ABCD-123456").c_str()), "ABCD-123456");
+}
+
+TEST_F(FieldCodes, CodeNineIsFreeForm) {
+    LoadCodes("[[code]]\nnumber = 9\n  [[code.section]]\n  width = 4\n  punctuation = \".\"\n"
+              "  capitals = true\n  [[code.section]]\n  width = 2\n");
+    EXPECT_EQ(Format(9, 0, "ab12.5"), "AB12.5");  // not laid into sections
+    EXPECT_EQ(Format(9, 7, "x"), "X");            // any section number
+    EXPECT_EQ(Unformat(9, 0, "12.50  "), "12.50");
 }
 
 TEST_F(FieldCodes, CustomListAndItsDefault) {

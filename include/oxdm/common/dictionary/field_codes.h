@@ -46,9 +46,13 @@ short xk_description(short code, short section, char* text, bool initialCaps);
 // Rewrites `text` (a buffer of at least 255 bytes) in the code's format: for
 // section 0 the characters are laid into the sections by width, joined by the
 // punctuation, letters upper-cased where a section asks; for one section,
-// letters upper-cased when it asks.
+// letters upper-cased when it asks. A right-justified section left short is
+// filled in front to its width, with '0' when it takes digits only and holds
+// digits, else with blanks. Code 9 is free-form: any section number is accepted, its text is
+// never laid into sections, only upper-cased when a section asks.
 short xk_format_field(short code, short section, char* text);
-// Rewrites `text` without the code's punctuation and trailing blanks.
+// Rewrites `text` without the code's punctuation and trailing blanks; for
+// code 9 (free-form) only the trailing blanks go.
 short xk_unformat_field(short code, short section, char* text);
 // The code's custom list, comma-separated.
 short xk_get_custom_list(short code, CString& list);
