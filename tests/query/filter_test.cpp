@@ -208,8 +208,10 @@ TEST_F(FilterAttachTest, OperatorTwoIsSentAsCodeFiveAndDiffersFromEvaluation) {
 }
 
 TEST_F(FilterAttachTest, ItemsBecomeConditionsJoinedFromTheLeft) {
-    oxdmFilter filter("CUSTNO", oxdmFilter::EQ, oxAlpha("C2"));
-    filter.AddItem(oxdmFilter::Or, "TOTAL", oxdmFilter::GE, oxDouble(200.0, 2));
+    // (TOTAL >= 200 or CUSTNO = C2) and ODATE <= 02/28: O3 passes the first
+    // item but not the last, which a reading with precedence would keep.
+    oxdmFilter filter("TOTAL", oxdmFilter::GE, oxDouble(200.0, 2));
+    filter.AddItem(oxdmFilter::Or, "CUSTNO", oxdmFilter::EQ, oxAlpha("C2"));
     filter.AddItem(oxdmFilter::And, "ODATE", oxdmFilter::LE, oxDate(2, 28, 2026));
     EXPECT_EQ(Attached(filter), Strings({"O2"}));
     EXPECT_EQ(Attached(oxdmFilter("ORDNO", oxdmFilter::NE, CString("CUSTNO"))), Strings({"O1", "O2", "O3"}));
