@@ -24,6 +24,7 @@ public:
     bool KeepFormatted() const { return keepFormatted_; }
 
 private:
+    // Fixed for the value's life and kept by copies and Clone.
     short code_;
     unsigned short section_;
     bool keepFormatted_;

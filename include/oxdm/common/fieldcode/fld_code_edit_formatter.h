@@ -33,6 +33,8 @@ protected:
     bool AcceptsPartial(const CString& text) const override;
 
 private:
+    // Fixed for the formatter's life; the code need not exist (an unknown
+    // code checks nothing and formats nothing).
     short code_;
     unsigned short section_;
 };
