@@ -145,8 +145,6 @@ public:
 
     virtual short Lock(short table, std::int64_t rowid) = 0;
     virtual short Unlock(short table, std::int64_t rowid) = 0;
-    // Whether a live process other than this one holds the record.
-    virtual bool LockedByOther(short table, std::int64_t rowid) = 0;
 
     // The position of `rowid` in the order of `index` on the 0 to 100 scale.
     virtual short RelativePosition(short table, short index, int filter, const RowImage& at, short& percent) = 0;

@@ -8,9 +8,8 @@
 
 namespace oxdm::store {
 
-oxStoreFile::oxStoreFile(std::shared_ptr<const oxDictionary> dictionary, std::unique_ptr<RecordStore> store,
-                         CString path)
-    : oxOpenFile(std::move(dictionary)), store_(std::move(store)), path_(std::move(path)) {
+oxStoreFile::oxStoreFile(std::shared_ptr<const oxDictionary> dictionary, std::unique_ptr<RecordStore> store)
+    : oxOpenFile(std::move(dictionary)), store_(std::move(store)) {
     for (const TableSpec& spec : store_->Tables()) {
         TableState state;
         for (int c = 0; c < static_cast<int>(spec.columns.size()); ++c)
@@ -37,7 +36,7 @@ short oxStoreFile::Open(const CString& path, const CString& dict, bool create, s
         return status;
     }
     return oxOpenFileTable::Instance().Open(
-        std::make_unique<oxStoreFile>(std::move(dictionary), std::move(store), path), fileNum);
+        std::make_unique<oxStoreFile>(std::move(dictionary), std::move(store)), fileNum);
 }
 
 oxStoreFile* oxStoreFile::Find(short fileNum) {

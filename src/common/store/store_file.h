@@ -35,7 +35,7 @@ struct TableState {
 
 class oxStoreFile : public oxOpenFile {
 public:
-    oxStoreFile(std::shared_ptr<const oxDictionary> dictionary, std::unique_ptr<RecordStore> store, CString path);
+    oxStoreFile(std::shared_ptr<const oxDictionary> dictionary, std::unique_ptr<RecordStore> store);
 
     // Opens the record file at `path` described by dictionary `dict` and
     // enters it in the open-file table. Raw status; `error` names the file.
@@ -44,7 +44,6 @@ public:
     static oxStoreFile* Find(short fileNum);
 
     RecordStore& Store() { return *store_; }
-    const CString& Path() const { return path_; }
     // The state of a table; null when the file has no such table.
     TableState* State(short table);
     const TableSpec* Spec(short table) const { return store_->Table(table); }
@@ -70,7 +69,6 @@ public:
 
 private:
     std::unique_ptr<RecordStore> store_;
-    CString path_;
     std::vector<TableState> tables_;
     std::map<short, SavedImage> saved_;
     short nextSave_ = 1;

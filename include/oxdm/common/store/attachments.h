@@ -33,6 +33,8 @@ public:
     void Add(const CString& name, const CString& data) { documents_.push_back({name, data}); }
 
 private:
+    // file_ and table_ name the table whose current record the documents
+    // belong to; documents_ is what Fetch read or the caller added, in order.
     short file_;
     short table_;
     std::vector<Document> documents_;

@@ -422,15 +422,6 @@ short SqliteRecordStore::Unlock(short table, std::int64_t rowid) {
     return rc == SQLITE_DONE ? static_cast<short>(oxioStatus::IO_VALID) : RawCode(rc);
 }
 
-bool SqliteRecordStore::LockedByOther(short table, std::int64_t rowid) {
-    WriteTransaction transaction(*db_);
-    if (transaction.begun() != SQLITE_OK) return true;
-    bool held = false;
-    if (OtherHolds(table, rowid, held) != SQLITE_OK) return true;
-    transaction.Commit();
-    return held;
-}
-
 short SqliteRecordStore::RelativePosition(short table, short index, int filterId, const RowImage& at,
                                           short& percent) {
     percent = 0;

@@ -30,7 +30,6 @@ public:
     short Delete(short table, std::int64_t rowid) override;
     short Lock(short table, std::int64_t rowid) override;
     short Unlock(short table, std::int64_t rowid) override;
-    bool LockedByOther(short table, std::int64_t rowid) override;
     short RelativePosition(short table, short index, int filter, const RowImage& at, short& percent) override;
     short SeekRelative(short table, short index, int filter, short percent, RowImage& out) override;
     short ReadAttachments(short table, std::int64_t rowid, std::vector<Attachment>& out) override;
