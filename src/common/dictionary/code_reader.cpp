@@ -1,6 +1,7 @@
 // Reading the field codes ([[code]]) of a dictionary source.
 
 #include <algorithm>
+#include <cctype>
 #include <cstring>
 #include <string>
 
@@ -21,7 +22,15 @@ void ReadSection(oxSourceReader& reader, const toml::table& tbl, const CString& 
     }
     char punctuation[2] = {};
     if (reader.Text(tbl, "punctuation", punctuation, sizeof punctuation, context)) {
-        out.punctuation = punctuation[0];
+        // Unformatting strips the punctuation from the whole text, so a
+        // letter, digit or blank there would eat what the operator typed.
+        const unsigned char mark = static_cast<unsigned char>(punctuation[0]);
+        if (mark && (std::isalnum(mark) || std::isspace(mark))) {
+            reader.Error(oxSourceReader::Line(tbl, 0), context,
+                         CString("'punctuation' must be a mark such as '-', '.' or '/', not '") + punctuation + "'");
+        } else {
+            out.punctuation = punctuation[0];
+        }
     }
     if (const auto f = reader.Flag(tbl, "capitals", context)) out.capitals = *f;
     if (const auto f = reader.Flag(tbl, "right_justify", context)) out.right_justify = *f;

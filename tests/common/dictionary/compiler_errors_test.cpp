@@ -90,6 +90,9 @@ const BrokenCase kCases[] = {
     {"code section without width", "[[code]]\nnumber = 1\n  [[code.section]]\n  punctuation = \"-\"\n" +
                                        kTable,
      3, "code 1, section 1: 'width' is missing"},
+    {"digit as punctuation", "[[code]]\nnumber = 1\n  [[code.section]]\n  width = 2\n  punctuation = \"7\"\n" +
+                                 kTable,
+     3, "code 1, section 1: 'punctuation' must be a mark such as '-', '.' or '/', not '7'"},
     {"code number twice", "[[code]]\nnumber = 1\n[[code]]\nnumber = 1\n" + kTable, 4,
      "the code number is used twice"},
     {"six sections", "[[code]]\nnumber = 1\nsection = [{width=1},{width=1},{width=1},{width=1},"
