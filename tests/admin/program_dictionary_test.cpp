@@ -98,9 +98,9 @@ TEST(AdminProgram, UpgradeAddsTheMissingFieldsAndKeepsEveryRecord) {
     ASSERT_EQ(dump.status, 0) << dump.err;
     EXPECT_EQ(dump.out,
               "CUSTNO,NAME,CITY,STATUS,BALANCE,SINCE\r\n"
-              "C1,Ann,Riga,,,\r\n"
-              "C2,\"Bo, Jr\",Oulu,,,\r\n"
-              "C3,Cy,,,,\r\n");
+              "C1,Ann,Riga,,0.00,\r\n"
+              "C2,\"Bo, Jr\",Oulu,,0.00,\r\n"
+              "C3,Cy,,,0.00,\r\n");
 
     AdminResult again = RunAdmin(dir, ExamplesDir(), "upgrade shop.ord");
     EXPECT_EQ(again.status, 0);
