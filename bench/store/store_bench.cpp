@@ -6,10 +6,13 @@
 //   Relative50    SetRelativePosition to 50 (the file's move, then FetchCurrent)
 //   Last30Prev    FetchLast then 30 FetchPrev
 //
-// Raw* runs one indexed statement per step, as the cursor does; RawScan*
-// steps one statement through all 31 rows, the best raw SQLite can do when
-// it may keep a statement open between rows. Every benchmark reports the
-// process's resident memory (rss_kb) so that growth with the table shows.
+// Pair<cursor, raw> runs the cursor's operation and the raw statements in
+// turn and reports both times and their ratio. The raw side runs one indexed
+// statement per step, as the cursor does; the RawScan side instead steps one
+// statement through all 31 rows, the best raw SQLite can do when it may keep
+// a statement open between rows. Alone<> times the cursor by itself. Every
+// benchmark reports the process's resident memory (rss_kb), so that growth
+// with the table would show.
 
 #include "oxdm/common/store/data_file.h"
 #include "oxdm/common/store/io_cursor.h"
@@ -20,6 +23,7 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -164,156 +168,145 @@ Table& TableOf(long rows) {
 
 const char* kColumns = "SELECT _oxdm_rid, _oxdm_ver, KEYNO, NAME, AMOUNT, OPERID, DSTAMP, TSTAMP FROM t1";
 
-void Report(benchmark::State& state) { state.counters["rss_kb"] = static_cast<double>(ResidentKb()); }
-
-void Cursor_First30Next(benchmark::State& state) {
-    Table& t = TableOf(state.range(0));
-    for (auto _ : state) {
-        t.cursor->FetchFirst(false);
-        for (int i = 0; i < 30; ++i) t.cursor->FetchNext(false);
-        benchmark::DoNotOptimize(t.key.GetVal().c_str());
-    }
-    Report(state);
+// The operations, each once, on a table.
+void CursorFirst30Next(Table& t) {
+    t.cursor->FetchFirst(false);
+    for (int i = 0; i < 30; ++i) t.cursor->FetchNext(false);
+    benchmark::DoNotOptimize(t.key.GetVal().c_str());
 }
 
-void Raw_First30Next(benchmark::State& state) {
-    Table& t = TableOf(state.range(0));
+void RawFirst30Next(Table& t) {
     sqlite3_stmt* first = t.Statement(std::string(kColumns) + " ORDER BY KEYNO, _oxdm_rid LIMIT 1");
     sqlite3_stmt* next = t.Statement(std::string(kColumns) + " WHERE KEYNO > ? ORDER BY KEYNO, _oxdm_rid LIMIT 1");
-    for (auto _ : state) {
-        t.Row(first);
-        sqlite3_reset(first);
-        for (int i = 0; i < 30; ++i) {
-            std::string at = t.rawKey;
-            sqlite3_bind_text(next, 1, at.c_str(), -1, SQLITE_STATIC);
-            t.Row(next);
-            sqlite3_reset(next);
-        }
-        benchmark::DoNotOptimize(t.rawKey.data());
+    t.Row(first);
+    sqlite3_reset(first);
+    for (int i = 0; i < 30; ++i) {
+        std::string at = t.rawKey;
+        sqlite3_bind_text(next, 1, at.c_str(), -1, SQLITE_STATIC);
+        t.Row(next);
+        sqlite3_reset(next);
     }
-    Report(state);
+    benchmark::DoNotOptimize(t.rawKey.data());
 }
 
-void RawScan_First30Next(benchmark::State& state) {
-    Table& t = TableOf(state.range(0));
+void RawScanFirst31(Table& t) {
     sqlite3_stmt* scan = t.Statement(std::string(kColumns) + " ORDER BY KEYNO, _oxdm_rid LIMIT 31");
-    for (auto _ : state) {
-        while (t.Row(scan)) {
-        }
-        sqlite3_reset(scan);
-        benchmark::DoNotOptimize(t.rawKey.data());
+    while (t.Row(scan)) {
     }
-    Report(state);
+    sqlite3_reset(scan);
+    benchmark::DoNotOptimize(t.rawKey.data());
 }
 
-void Cursor_Last30Prev(benchmark::State& state) {
-    Table& t = TableOf(state.range(0));
-    for (auto _ : state) {
-        t.cursor->FetchLast(false);
-        for (int i = 0; i < 30; ++i) t.cursor->FetchPrev(false);
-        benchmark::DoNotOptimize(t.key.GetVal().c_str());
-    }
-    Report(state);
+void CursorLast30Prev(Table& t) {
+    t.cursor->FetchLast(false);
+    for (int i = 0; i < 30; ++i) t.cursor->FetchPrev(false);
+    benchmark::DoNotOptimize(t.key.GetVal().c_str());
 }
 
-void Raw_Last30Prev(benchmark::State& state) {
-    Table& t = TableOf(state.range(0));
+void RawLast30Prev(Table& t) {
     sqlite3_stmt* last = t.Statement(std::string(kColumns) + " ORDER BY KEYNO DESC, _oxdm_rid DESC LIMIT 1");
     sqlite3_stmt* prev =
         t.Statement(std::string(kColumns) + " WHERE KEYNO < ? ORDER BY KEYNO DESC, _oxdm_rid DESC LIMIT 1");
-    for (auto _ : state) {
-        t.Row(last);
-        sqlite3_reset(last);
-        for (int i = 0; i < 30; ++i) {
-            std::string at = t.rawKey;
-            sqlite3_bind_text(prev, 1, at.c_str(), -1, SQLITE_STATIC);
-            t.Row(prev);
-            sqlite3_reset(prev);
-        }
-        benchmark::DoNotOptimize(t.rawKey.data());
+    t.Row(last);
+    sqlite3_reset(last);
+    for (int i = 0; i < 30; ++i) {
+        std::string at = t.rawKey;
+        sqlite3_bind_text(prev, 1, at.c_str(), -1, SQLITE_STATIC);
+        t.Row(prev);
+        sqlite3_reset(prev);
     }
-    Report(state);
+    benchmark::DoNotOptimize(t.rawKey.data());
 }
 
-void RawScan_Last30Prev(benchmark::State& state) {
-    Table& t = TableOf(state.range(0));
+void RawScanLast31(Table& t) {
     sqlite3_stmt* scan = t.Statement(std::string(kColumns) + " ORDER BY KEYNO DESC, _oxdm_rid DESC LIMIT 31");
-    for (auto _ : state) {
-        while (t.Row(scan)) {
-        }
-        sqlite3_reset(scan);
-        benchmark::DoNotOptimize(t.rawKey.data());
+    while (t.Row(scan)) {
     }
-    Report(state);
+    sqlite3_reset(scan);
+    benchmark::DoNotOptimize(t.rawKey.data());
 }
 
-void Cursor_GEMiddle(benchmark::State& state) {
-    Table& t = TableOf(state.range(0));
-    std::string middle = Key(state.range(0) / 2);
-    for (auto _ : state) {
-        t.key.SetVal(CString(middle.c_str()));
-        t.cursor->FetchGE(false);
-        benchmark::DoNotOptimize(t.name.GetVal().c_str());
-    }
-    Report(state);
+void CursorGEMiddle(Table& t) {
+    t.key.SetVal(CString(Key(t.rows / 2).c_str()));
+    t.cursor->FetchGE(false);
+    benchmark::DoNotOptimize(t.name.GetVal().c_str());
 }
 
-void Raw_GEMiddle(benchmark::State& state) {
-    Table& t = TableOf(state.range(0));
-    std::string middle = Key(state.range(0) / 2);
+void RawGEMiddle(Table& t) {
+    std::string middle = Key(t.rows / 2);
     sqlite3_stmt* ge = t.Statement(std::string(kColumns) + " WHERE KEYNO >= ? ORDER BY KEYNO, _oxdm_rid LIMIT 1");
-    for (auto _ : state) {
-        sqlite3_bind_text(ge, 1, middle.c_str(), -1, SQLITE_STATIC);
-        t.Row(ge);
-        sqlite3_reset(ge);
-        benchmark::DoNotOptimize(t.rawName.data());
-    }
-    Report(state);
+    sqlite3_bind_text(ge, 1, middle.c_str(), -1, SQLITE_STATIC);
+    t.Row(ge);
+    sqlite3_reset(ge);
+    benchmark::DoNotOptimize(t.rawName.data());
 }
 
-void Cursor_Relative50(benchmark::State& state) {
-    Table& t = TableOf(state.range(0));
-    for (auto _ : state) {
-        xio_set_relative_position(t.file->FileNum(), 1, 0, 50);
-        t.cursor->FetchCurrent(false);
-        benchmark::DoNotOptimize(t.key.GetVal().c_str());
-    }
-    Report(state);
+void CursorRelative50(Table& t) {
+    xio_set_relative_position(t.file->FileNum(), 1, 0, 50);
+    t.cursor->FetchCurrent(false);
+    benchmark::DoNotOptimize(t.key.GetVal().c_str());
 }
 
-void Raw_Relative50(benchmark::State& state) {
-    Table& t = TableOf(state.range(0));
+void RawRelative50(Table& t) {
     sqlite3_stmt* count = t.Statement("SELECT count(*) FROM t1");
     sqlite3_stmt* offset = t.Statement(std::string(kColumns) + " ORDER BY KEYNO, _oxdm_rid LIMIT 1 OFFSET ?");
     sqlite3_stmt* read = t.Statement(std::string(kColumns) + " WHERE _oxdm_rid = ?");
+    sqlite3_step(count);
+    sqlite3_int64 total = sqlite3_column_int64(count, 0);
+    sqlite3_reset(count);
+    sqlite3_bind_int64(offset, 1, (total - 1) * 50 / 100);
+    sqlite3_step(offset);
+    sqlite3_int64 rowid = sqlite3_column_int64(offset, 0);
+    t.Row(offset);
+    sqlite3_reset(offset);
+    sqlite3_bind_int64(read, 1, rowid);
+    t.Row(read);
+    sqlite3_reset(read);
+    benchmark::DoNotOptimize(t.rawKey.data());
+}
+
+// One operation alone.
+template <void (*Operation)(Table&)>
+void Alone(benchmark::State& state) {
+    Table& t = TableOf(state.range(0));
+    for (auto _ : state) Operation(t);
+    state.counters["rss_kb"] = static_cast<double>(ResidentKb());
+}
+
+// The cursor's operation and raw SQLite's, taking turns, so that both see
+// the same load on a shared machine; reports each one's mean time and their
+// ratio.
+template <void (*CursorOperation)(Table&), void (*RawOperation)(Table&)>
+void Pair(benchmark::State& state) {
+    Table& t = TableOf(state.range(0));
+    using Clock = std::chrono::steady_clock;
+    Clock::duration cursor{}, raw{};
     for (auto _ : state) {
-        sqlite3_step(count);
-        sqlite3_int64 total = sqlite3_column_int64(count, 0);
-        sqlite3_reset(count);
-        sqlite3_bind_int64(offset, 1, (total - 1) * 50 / 100);
-        sqlite3_step(offset);
-        sqlite3_int64 rowid = sqlite3_column_int64(offset, 0);
-        t.Row(offset);
-        sqlite3_reset(offset);
-        sqlite3_bind_int64(read, 1, rowid);
-        t.Row(read);
-        sqlite3_reset(read);
-        benchmark::DoNotOptimize(t.rawKey.data());
+        auto start = Clock::now();
+        CursorOperation(t);
+        auto middle = Clock::now();
+        RawOperation(t);
+        raw += Clock::now() - middle;
+        cursor += middle - start;
     }
-    Report(state);
+    double n = static_cast<double>(state.iterations());
+    state.counters["cursor_us"] = std::chrono::duration<double, std::micro>(cursor).count() / n;
+    state.counters["raw_us"] = std::chrono::duration<double, std::micro>(raw).count() / n;
+    state.counters["ratio"] = std::chrono::duration<double>(cursor) / std::chrono::duration<double>(raw);
+    state.counters["rss_kb"] = static_cast<double>(ResidentKb());
 }
 
 #define OXDM_SIZES ->Arg(100000)->Arg(1000000)
-BENCHMARK(Cursor_First30Next) OXDM_SIZES;
-BENCHMARK(Raw_First30Next) OXDM_SIZES;
-BENCHMARK(RawScan_First30Next) OXDM_SIZES;
-BENCHMARK(Cursor_GEMiddle) OXDM_SIZES;
-BENCHMARK(Raw_GEMiddle) OXDM_SIZES;
-BENCHMARK(Cursor_Relative50) OXDM_SIZES;
-BENCHMARK(Raw_Relative50) OXDM_SIZES;
-BENCHMARK(Cursor_Last30Prev) OXDM_SIZES;
-BENCHMARK(Raw_Last30Prev) OXDM_SIZES;
-BENCHMARK(RawScan_Last30Prev) OXDM_SIZES;
+BENCHMARK(Pair<CursorFirst30Next, RawFirst30Next>) OXDM_SIZES;
+BENCHMARK(Pair<CursorGEMiddle, RawGEMiddle>) OXDM_SIZES;
+BENCHMARK(Pair<CursorRelative50, RawRelative50>) OXDM_SIZES;
+BENCHMARK(Pair<CursorLast30Prev, RawLast30Prev>) OXDM_SIZES;
+BENCHMARK(Pair<CursorFirst30Next, RawScanFirst31>) OXDM_SIZES;
+BENCHMARK(Pair<CursorLast30Prev, RawScanLast31>) OXDM_SIZES;
+BENCHMARK(Alone<CursorFirst30Next>) OXDM_SIZES;
+BENCHMARK(Alone<CursorGEMiddle>) OXDM_SIZES;
+BENCHMARK(Alone<CursorRelative50>) OXDM_SIZES;
+BENCHMARK(Alone<CursorLast30Prev>) OXDM_SIZES;
 
 }  // namespace
 

@@ -6,7 +6,11 @@
 
 namespace oxdm::store {
 
-std::string TableName(short table) { return "t" + std::to_string(table); }
+std::string TableName(short table) {
+    std::string name = "t";
+    name += std::to_string(table);
+    return name;
+}
 
 std::string QuotedColumn(const ColumnSpec& column) {
     std::string out = "\"";
