@@ -7,6 +7,7 @@
 
 class oxSampleRandom;
 
-// Splits `total` into `parts` shares of 0..cap each, summing to `total`.
+// Splits `total` into `parts` shares of 0..cap each, summing to `total`;
+// no share is 0 when `total` is at least `parts`.
 // REQUIRES: parts >= 0, total >= 0, cap >= 0, total <= parts * cap.
 std::vector<long long> oxSplitTotal(long long total, long long parts, long long cap, oxSampleRandom& random);

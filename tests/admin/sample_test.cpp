@@ -26,12 +26,13 @@ TEST(SampleSplit, SharesVaryStayUnderTheCapAndSumToTheTotal) {
         long long total, parts, cap;
     };
     for (Case c : {Case{200000, 50000, 9999}, Case{50000, 10000, 50000}, Case{7, 10, 9999}, Case{30, 3, 10},
-                   Case{0, 5, 9999}, Case{0, 0, 0}}) {
+                   Case{12, 4, 3}, Case{10, 10, 9999}, Case{0, 5, 9999}, Case{0, 0, 0}}) {
         oxSampleRandom random(42);
         std::vector<long long> shares = oxSplitTotal(c.total, c.parts, c.cap, random);
         ASSERT_EQ(static_cast<long long>(shares.size()), c.parts);
         EXPECT_EQ(std::accumulate(shares.begin(), shares.end(), 0LL), c.total);
-        for (long long share : shares) EXPECT_TRUE(share >= 0 && share <= c.cap) << share;
+        long long least = c.total >= c.parts && c.parts > 0 ? 1 : 0;
+        for (long long share : shares) EXPECT_TRUE(share >= least && share <= c.cap) << share;
         if (c.total > c.parts && c.total < c.parts * c.cap) {
             EXPECT_GT(std::set<long long>(shares.begin(), shares.end()).size(), 1u);
         }
