@@ -1,5 +1,7 @@
 #include "csv.h"
 
+#include <cassert>
+
 namespace oxdm::admin {
 
 namespace {
@@ -63,6 +65,7 @@ private:
 
     // REQUIRES: the text stands on the opening quote.
     bool ParseQuoted(std::string& field, int column, CsvFault& fault) {
+        assert(pos_ < text_.size() && text_[pos_] == '"');
         int start = line_;
         for (++pos_;; ++pos_) {
             if (pos_ >= text_.size()) return Fail(fault, start, column, "a quoted field is not closed");

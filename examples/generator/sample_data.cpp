@@ -96,6 +96,10 @@ private:
 
 // The values of one record of each table, attached to the cursors that write
 // them; the writer fills them and inserts.
+// Invariant: each value below is attached to its table's cursor for the
+// writer's whole life (the tables are declared after the values, so they are
+// made after them and go before them); the random sequence is drawn in one
+// fixed order of statements, so equal counts give equal records.
 class SampleWriter {
 public:
     explicit SampleWriter(const oxioDataFile& file)
