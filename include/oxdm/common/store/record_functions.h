@@ -16,6 +16,7 @@ short xio_rd_record(short file, short table, short index, short mode);
 short xio_find_record(short file, short table, short index);
 // One field (numbered in the whole dictionary) of the buffer, into a record
 // that is overwritten without being freed; free it with x_value_free.
+// REQUIRES: value is not null.
 short xio_get_field(short file, short table, short field, x_value_def* value);
 // Copies the buffer aside; answers the save id (> 0), or 0 on failure.
 short xio_save_record(short file, short table);

@@ -83,6 +83,7 @@ public:
     ~WriteTransaction();
     // The SQLite code of BEGIN; anything but SQLITE_OK means no transaction.
     int begun() const { return begin_; }
+    // REQUIRES: the transaction began and was not committed yet.
     int Commit();
 
 private:

@@ -285,6 +285,7 @@ short SqliteRecordStore::Insert(short table, RowImage& row) {
 }
 
 int SqliteRecordStore::OtherHolds(short table, std::int64_t rowid, bool& held) {
+    assert(sqlite3_get_autocommit(db_->handle()) == 0);
     held = false;
     SqliteDb::Statement stmt = db_->Prepare(std::string("SELECT pid, start FROM ") + kLockTable +
                                             " WHERE tbl = ? AND rid = ?");

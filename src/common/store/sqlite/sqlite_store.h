@@ -55,8 +55,9 @@ private:
     // Sets the stamp fields of `row` to now and to this operator.
     void Stamp(const TableSpec& table, RowImage& row) const;
     short BindRow(sqlite3_stmt* stmt, const TableSpec& table, const RowImage& row) const;
-    // A lock held by a live process other than this one; a dead owner's lock is removed.
-    // Must run inside a write transaction. Answers an SQLite code; held is set.
+    // Whether a live process other than this one holds the record (in
+    // `held`); a dead owner's lock is removed. Answers an SQLite code.
+    // REQUIRES: a write transaction is open on db_.
     int OtherHolds(short table, std::int64_t rowid, bool& held);
 
     std::unique_ptr<SqliteDb> db_;
