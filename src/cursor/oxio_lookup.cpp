@@ -33,8 +33,8 @@ void oxdmOXIOCursorNode::FindLookupNodes(oxdmBufferedFileDataSource* source, sho
         bool counted = false;
         for (size_t i = 0; i < relation.SourceColumns().size() && !counted; ++i) {
             if (relation.SourceColumns()[i] != changed) continue;
-            const oxData* sourceValue = face->ColumnValue(*source, relation.SourceColumns()[i]->Name());
-            const oxData* destValue = face->ColumnValue(*source, relation.DestColumns()[i]->Name());
+            const oxData* sourceValue = face->ColumnValue(*source, relation.SourceColumns()[i]);
+            const oxData* destValue = face->ColumnValue(*source, relation.DestColumns()[i]);
             // A child that already stands on the matching row need not move.
             counted = !(sourceValue != nullptr && destValue != nullptr && sourceValue->Eq(*destValue));
         }
