@@ -41,14 +41,18 @@ protected:
     oxdmQueryNode* Root(short table) {
         return query_.SetRoot(oxioFileSpec((Scratch() / "sales.ord").string().c_str()), table, 0, "", 0);
     }
-    // Column `name` of a node of table `table`.
+    // Column `name` of a node of table `table`, in a query of its own that
+    // lives as long as the test.
     oxdmQueryColumnBase* Col(short table, const char* name) {
-        oxdmQueryNode* node = Root(table);
+        columnQueries_.push_back(std::make_unique<oxdmQuery>("c"));
+        oxdmQueryNode* node = columnQueries_.back()->SetRoot(
+            oxioFileSpec((Scratch() / "sales.ord").string().c_str()), table, 0, "", 0);
         node->AddColumn(name, 1);
         return node->QueryColumns()[0];
     }
 
     oxdmQuery query_{"q"};
+    std::vector<std::unique_ptr<oxdmQuery>> columnQueries_;
 };
 
 TEST_F(QueryColumnsTest, LabelSentinelTellsUnsetFromEmpty) {

@@ -24,8 +24,10 @@ class oxdmFilterItem;
 
 class oxdmFilter {
 public:
-    enum Op { EQ = 0, NE = 1, GT = 2, GE = 3, LT = 4, LE = 5 };
-    enum Join { And = 0, Or = 1 };
+    // A fixed underlying type: any int may arrive, and one that is not a
+    // member is refused when the filter is used.
+    enum Op : int { EQ = 0, NE = 1, GT = 2, GE = 3, LT = 4, LE = 5 };
+    enum Join : int { And = 0, Or = 1 };
 
     oxdmFilter();
     oxdmFilter(const CString& column, Op op, const CString& column2);
