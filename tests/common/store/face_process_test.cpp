@@ -4,6 +4,7 @@
 #include "face_fixture.h"
 #include "oxdm/base/exception.h"
 #include "oxdm/common/store/file_manager.h"
+#include "oxdm/common/store/record_functions.h"
 #include "oxdm/common/values/double_value.h"
 #include "oxdm/common/values/text_values.h"
 
@@ -220,6 +221,37 @@ TEST_F(FaceProcessTest, FileManagerOwnsItsFilesAndRemovesThem) {
     EXPECT_EQ(visited, 1);
     EXPECT_THROW(manager.File(static_cast<short>(999)), oxdmException);
     EXPECT_THROW(manager.File(oxioFileSpec("elsewhere.tsl")), oxdmException);
+}
+
+// Reaches the manager's protected closing and removing.
+class OpenManager : public oxioFileManager {
+public:
+    using oxioFileManager::Close;
+    using oxioFileManager::oxioFileManager;
+    using oxioFileManager::Remove;
+};
+
+TEST_F(FaceProcessTest, ClosingFreesTheFileNumberAndRemovingDeletesTheFile) {
+    OpenManager manager(0);
+    std::string path = dir_.File("gone.tsl");
+    ASSERT_EQ(manager.Open(oxioFileSpec(path.c_str()), oxioFileManager::Create, oxioFileManager::Required,
+                           oxioFile::ReadWrite),
+              oxioStatus::Success);
+    oxioDataFile& file = manager.File(oxioFileSpec(path.c_str()));
+    short number = file.FileNum();
+    EXPECT_EQ(xio_rd_record(number, 1, 0, 1), oxioStatus::INVALID_KEY);  // open, on no record
+    ASSERT_EQ(manager.Remove(file), oxioStatus::Success);
+    EXPECT_EQ(xio_rd_record(number, 1, 0, 1), oxioStatus::FILE_NOT_FOUND);
+    EXPECT_FALSE(std::filesystem::exists(path));
+
+    ASSERT_EQ(manager.Open(oxioFileSpec(Path().c_str()), oxioFileManager::NoCreate, oxioFileManager::Required,
+                           oxioFile::ReadWrite),
+              oxioStatus::Success);
+    oxioDataFile& kept = manager.File(oxioFileSpec(Path().c_str()));
+    number = kept.FileNum();
+    ASSERT_EQ(manager.Close(kept), oxioStatus::Success);
+    EXPECT_EQ(xio_rd_record(number, 1, 0, 1), oxioStatus::FILE_NOT_FOUND);
+    EXPECT_TRUE(std::filesystem::exists(Path()));
 }
 
 }  // namespace
