@@ -3,8 +3,9 @@
 
 #include <cctype>
 #include <cstring>
+#include <string>
 
-#include "abbreviate.h"
+#include "oxdm/base/text_helpers.h"
 #include "oxdm/common/dictionary/field_codes.h"
 #include "oxdm/record/column_def.h"
 
@@ -68,12 +69,17 @@ CString PlainForm(const CString& desc) {
         xk_description(static_cast<short>(code), static_cast<short>(section), buffer, false);
         CString replacement(buffer);
         if (replacement.IsEmpty()) return CString();
-        replacement.MakeLower();
+        std::string lower(replacement.str());
+        x_lower_case(lower.data());
+        replacement = CString(lower);
         text.Delete(i, end - i);
         text.Insert(i, replacement.c_str());
         i += replacement.GetLength();
     }
-    return text.GetLength() > kMaxPlainDesc ? oxdmAbbreviate(text, kMaxPlainDesc) : text;
+    if (text.GetLength() <= kMaxPlainDesc) return text;
+    std::string shortened(text.str());
+    x_abbreviate(shortened.data(), kMaxPlainDesc, 0x20);
+    return CString(shortened.c_str());
 }
 
 }  // namespace
