@@ -12,8 +12,10 @@ oxOpenFile::oxOpenFile(std::shared_ptr<const oxDictionary> dictionary)
 oxOpenFile::~oxOpenFile() = default;
 
 oxOpenFileTable& oxOpenFileTable::Instance() {
-    static oxOpenFileTable table;
-    return table;
+    // Never destroyed: files that static objects close during the program's
+    // exit must still find their table, whatever the order of destruction.
+    static oxOpenFileTable* const table = new oxOpenFileTable;
+    return *table;
 }
 
 short oxOpenFileTable::Open(std::unique_ptr<oxOpenFile> file, short* fileNum) {
