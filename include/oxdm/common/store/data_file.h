@@ -7,6 +7,7 @@
 // table and the saved record images. Its destructor closes the entry.
 
 #include <memory>
+#include <vector>
 
 #include "oxdm/base/cstring.h"
 #include "oxdm/common/store/file_spec.h"
@@ -26,8 +27,22 @@ protected:
     short fileNum_ = 0;
 };
 
+// What an existing record file lacks against its dictionary, per table: the
+// fields it does not hold yet (all of them when the table itself is
+// missing). An upgrade (Open with create) adds exactly these.
+struct oxioMissingFields {
+    short table = 0;
+    bool wholeTable = false;
+    std::vector<CString> fields;
+};
+
 class oxioDataFile : public oxioFile {
 public:
+    // Compares the record file of `spec` with its dictionary without
+    // changing either. On failure (no such file, a damaged file, a broken
+    // dictionary) answers false with `error` naming the file.
+    static bool MissingFields(const oxioFileSpec& spec, std::vector<oxioMissingFields>& missing, CString& error);
+
     // Opens the record file of `spec`, creating it when `create` is true
     // (and adding the fields that an older file lacks). On failure answers
     // null with the status; `error` gets a sentence naming the file.

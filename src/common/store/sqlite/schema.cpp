@@ -140,4 +140,19 @@ short PrepareSchema(SqliteDb& db, const std::vector<TableSpec>& tables, bool cre
     return oxioStatus::IO_VALID;
 }
 
+short MissingSchema(SqliteDb& db, const std::vector<TableSpec>& tables, std::vector<SchemaGap>& gaps,
+                    std::string& error) {
+    gaps.clear();
+    for (const TableSpec& table : tables) {
+        int rc = SQLITE_OK;
+        const std::set<std::string> existing = ExistingColumns(db, table.number, rc);
+        if (rc != SQLITE_OK) return Fail(db, rc, "cannot be read", error);
+        SchemaGap gap{table.number, existing.empty(), {}};
+        for (const ColumnSpec& column : table.columns)
+            if (!existing.count(column.name)) gap.columns.push_back(column.name);
+        if (!gap.columns.empty()) gaps.push_back(std::move(gap));
+    }
+    return oxioStatus::IO_VALID;
+}
+
 }  // namespace oxdm::store

@@ -32,4 +32,15 @@ std::string SelectList(const TableSpec& table);
 // Answers a raw code; `error` names the file and what is wrong.
 short PrepareSchema(SqliteDb& db, const std::vector<TableSpec>& tables, bool create, std::string& error);
 
+// What a record file lacks against `tables`: for each table that is missing
+// or short of columns, its number and the names of the columns it lacks (a
+// missing table lists all of its columns). Answers a raw code.
+struct SchemaGap {
+    short table = 0;
+    bool wholeTable = false;
+    std::vector<std::string> columns;
+};
+short MissingSchema(SqliteDb& db, const std::vector<TableSpec>& tables, std::vector<SchemaGap>& gaps,
+                    std::string& error);
+
 }  // namespace oxdm::store
