@@ -1,0 +1,1 @@
+// replaced when this layer is written
