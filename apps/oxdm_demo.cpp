@@ -1,10 +1,14 @@
 // oxdm-demo: shows what the library holds so far, each step printed as it
 // fires: a subject with observers (one of which raises a change of its own
-// while being told), a change dropped under suppression, and a callback
-// chain in which one callback vetoes.
+// while being told), a change dropped under suppression, a callback chain
+// in which one callback vetoes, and the sample records in SQLite walked as a
+// tree of cursors, with a save that meets another program's change.
 #include <oxdm/oxdm.h>
 
 #include <cstdio>
+#include <cstdlib>
+
+#include "demo_records.h"
 
 namespace {
 
@@ -95,9 +99,16 @@ void ShowCallbacks() {
 
 }  // namespace
 
-int main() {
+int main(int argc, char** argv) {
+    // The sample dictionary is found on OXDM_DICT_PATH; by default, in the
+    // source tree's examples/.
+    setenv("OXDM_DICT_PATH", OXDM_EXAMPLES_DIR, 0);
+    oxApp app("OX");
+    OXSetApp(&app);
     ShowObservers();
     ShowCallbacks();
+    const bool ok = ShowRecords(argc > 1 ? argv[1] : OXDM_DEMO_DATA_DIR);
+    OXSetApp(nullptr);
     mvcChangeMgr::KillInstance();
-    return 0;
+    return ok ? 0 : 1;
 }
