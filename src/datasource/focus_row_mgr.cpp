@@ -1,6 +1,32 @@
 #include "oxdm/datasource/focus_row_mgr.h"
 
+#include <cassert>
+
+#include "oxdm/datasource/cell_on_focus_row.h"
 #include "oxdm/datasource/data_source.h"
+
+oxdmDSFocusRowData::oxdmDSFocusRowData(oxdmDataSource* dataSource) : dataSource_(dataSource) {}
+
+oxdmDSFocusRowData::~oxdmDSFocusRowData() = default;
+
+void oxdmDSFocusRowData::AddColumn(const CString& name, oxdmDSCellOnFocusRow* cell) {
+    assert(cell != nullptr);
+    cells_[name].reset(cell);
+}
+
+oxdmDSCellOnFocusRow* oxdmDSFocusRowData::Column(const CString& name) const {
+    // A walk, not find: the map orders by case but lookups ignore it.
+    for (const auto& [key, cell] : cells_) {
+        if (key.CompareNoCase(name) == 0) return cell.get();
+    }
+    return nullptr;
+}
+
+void oxdmDSFocusRowData::ForAllColumns(const CBFunctor1wRet<oxdmDSCellOnFocusRow*, bool>& visit) const {
+    for (const auto& entry : cells_) {
+        if (!visit(entry.second.get())) return;
+    }
+}
 
 oxdmDSFocusRowMgr* oxdmDSFocusRowMgr::Node(const CString& label) {
     return dataSource_->NodeLabel().Compare(label) == 0 ? this : nullptr;

@@ -7,16 +7,48 @@
 // Invariants and ownership: dataSource_ is not owned; the data source owns
 // its manager and outlives it.
 
+#include <map>
+#include <memory>
+
 #include "oxdm/base/cstring.h"
+#include "oxdm/base/functor.h"
 
 class oxdmDataSource;
+class oxdmDSCellOnFocusRow;
 class oxdmDSBookmark;
 class oxioCursor;
 class oxioFileManager;
 
+// oxdmDSFocusRowData: the cells of a focus row by column name. Lookups by
+// name ignore case; the map's own order (used by ForAllColumns) does not.
+//
+// Invariants and ownership: every cell is owned and not null; dataSource_
+// is not owned.
+class oxdmDSFocusRowData {
+public:
+    explicit oxdmDSFocusRowData(oxdmDataSource* dataSource);
+    oxdmDSFocusRowData(const oxdmDSFocusRowData&) = delete;
+    oxdmDSFocusRowData& operator=(const oxdmDSFocusRowData&) = delete;
+    ~oxdmDSFocusRowData();
+
+    // Takes ownership of the cell; a cell already under the name is deleted.
+    // REQUIRES: cell is not null.
+    void AddColumn(const CString& name, oxdmDSCellOnFocusRow* cell);
+    // The cell whose name equals `name` ignoring case, or null.
+    oxdmDSCellOnFocusRow* Column(const CString& name) const;
+    oxdmDSCellOnFocusRow* operator[](const CString& name) const { return Column(name); }
+    // Calls `visit` on each cell in key order until it answers false.
+    void ForAllColumns(const CBFunctor1wRet<oxdmDSCellOnFocusRow*, bool>& visit) const;
+    oxdmDataSource* DataSource() const { return dataSource_; }
+
+private:
+    std::map<CString, std::unique_ptr<oxdmDSCellOnFocusRow>> cells_;
+    oxdmDataSource* dataSource_;
+};
+
 class oxdmDSFocusRowMgr {
 public:
-    explicit oxdmDSFocusRowMgr(oxdmDataSource* dataSource) : dataSource_(dataSource) {}
+    explicit oxdmDSFocusRowMgr(oxdmDataSource* dataSource) : data_(dataSource), dataSource_(dataSource) {}
     virtual ~oxdmDSFocusRowMgr() = default;
     oxdmDSFocusRowMgr(const oxdmDSFocusRowMgr&) = delete;
     oxdmDSFocusRowMgr& operator=(const oxdmDSFocusRowMgr&) = delete;
@@ -36,6 +68,9 @@ public:
     virtual void PushFocusRowState() {}
 
     oxdmDataSource* DataSource() const { return dataSource_; }
+    // The cells of the focus row by column name.
+    oxdmDSFocusRowData& Data() { return data_; }
+    const oxdmDSFocusRowData& Data() const { return data_; }
 
     void ReQuery();
     void FetchNoMore();
@@ -70,5 +105,6 @@ public:
     bool IsLastRow() const;
 
 private:
+    oxdmDSFocusRowData data_;
     oxdmDataSource* dataSource_;
 };
