@@ -1,1 +1,0 @@
-// replaced when this layer is written
