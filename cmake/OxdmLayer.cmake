@@ -32,11 +32,5 @@ function(oxdm_test name)
   add_executable(${name} ${T_SOURCES})
   target_link_libraries(${name} PRIVATE oxdm::oxdm GTest::gtest GTest::gtest_main ${T_LIBS})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support)
-  # A build under the sanitizers marks every test, so that a run can be
-  # told apart (ctest -L sanitize) and CI can run them all there.
-  set(labels ${T_LABELS})
-  if(OXDM_SANITIZE)
-    list(APPEND labels sanitize)
-  endif()
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS "${labels}")
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS "${T_LABELS}")
 endfunction()
