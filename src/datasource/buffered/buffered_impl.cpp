@@ -6,6 +6,7 @@
 #include <cassert>
 
 #include "buffer_callbacks.h"
+#include "live_column_factory.h"
 #include "oxdm/common/values/data.h"
 #include "oxdm/cursor/cursor_bookmark.h"
 #include "oxdm/cursor/oxio_cursor_node.h"
@@ -33,6 +34,7 @@ oxdmBufferedFileDataSourceImpl::oxdmBufferedFileDataSourceImpl(oxdmBufferedFileD
                                                                bool autoNewRow)
     : oxdmDataSourceImplBase(dataSource), dataSource_(dataSource) {
     assert(cursor != nullptr);
+    oxdmInstallBufferedSeams();
     Initialize(parent, cursor, hasAutoNewRow, autoNewRow);
 }
 
@@ -41,6 +43,7 @@ oxdmBufferedFileDataSourceImpl::oxdmBufferedFileDataSourceImpl(oxdmBufferedFileD
                                                                oxdmFileManager* files, bool ownFiles)
     : oxdmDataSourceImplBase(dataSource), dataSource_(dataSource) {
     assert(query != nullptr && query->Root() != nullptr);
+    oxdmInstallBufferedSeams();
     if (ownFiles) ownedFiles_.reset(files);
     auto* tree = new oxdmOXIOCursorNode(*query->Root(), task, files);
     ownsCursor_ = true;

@@ -1,7 +1,9 @@
 // The buffered layer's side of two seams of lower layers: the factory
 // through which query columns make live columns, and the face through which
 // the cursor's lookups read a buffer's columns. Both are installed when the
-// library is loaded and removed when it is unloaded.
+// first buffer is made, and stay for the life of the process.
+
+#include "live_column_factory.h"
 
 #include "oxdm/base/exception.h"
 #include "oxdm/common/store/io_cursor.h"
@@ -80,19 +82,15 @@ public:
     }
 };
 
-struct Installation {
-    BufferedLiveColumns factory;
-    BufferedLookupSource lookup;
-    Installation() {
+}  // namespace
+
+void oxdmInstallBufferedSeams() {
+    static BufferedLiveColumns factory;
+    static BufferedLookupSource lookup;
+    static const bool installed = [] {
         oxdmSetLiveColumnFactory(&factory);
         oxdmSetLookupSource(&lookup);
-    }
-    ~Installation() {
-        oxdmSetLiveColumnFactory(nullptr);
-        oxdmSetLookupSource(nullptr);
-    }
-};
-
-const Installation installation;
-
-}  // namespace
+        return true;
+    }();
+    (void)installed;
+}
