@@ -202,10 +202,6 @@ CString oxdmBufferedFileDataSourceImpl::ColID(short col) {
     return ValidCol(col) ? columns_[static_cast<size_t>(col)]->ID() : CString();
 }
 
-bool oxdmBufferedFileDataSourceImpl::IsReadOnly(short col) const {
-    return ValidCol(col) && columns_[static_cast<size_t>(col)]->IsReadOnly();
-}
-
 void oxdmBufferedFileDataSourceImpl::SetReadOnly(short col, bool readOnly, unsigned long initiator,
                                                  bool notifyInitiator) {
     if (!ValidCol(col)) return;
@@ -301,7 +297,6 @@ void oxdmBufferedFileDataSourceImpl::Sync() {
 // ---------------------------------------------------------------- forwards to the cursor
 
 const CString& oxdmBufferedFileDataSourceImpl::NodeLabel() const { return cursorNode_->ID(); }
-CString oxdmBufferedFileDataSourceImpl::RowDescription() { return cursorNode_->RowDescription(); }
 oxTask* oxdmBufferedFileDataSourceImpl::Task() const { return cursorNode_->Task(); }
 oxioFileManager* oxdmBufferedFileDataSourceImpl::GetFileManager() { return cursorNode_->GetFileManager(); }
 const oxdmFilter& oxdmBufferedFileDataSourceImpl::Filter() const { return cursorNode_->Filter(); }

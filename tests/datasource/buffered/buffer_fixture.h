@@ -84,6 +84,23 @@ protected:
         ASSERT_EQ(cursor.Delete(), oxioStatus::Success);
     }
 
+    // Every customer record on file in key order, "CUSTNO:NAME" each, read
+    // through a connection of its own.
+    std::string FileRecords() const {
+        std::unique_ptr<oxioDataFile> file = OpenFile();
+        oxioCursor cursor(*file, 1, 0);
+        std::unique_ptr<oxData> key(Customers()->Column("CUSTNO")->CreateData());
+        std::unique_ptr<oxData> name(Customers()->Column("NAME")->CreateData());
+        std::string text;
+        for (auto status = cursor.FetchFirst(false); status == oxioStatus::Success; status = cursor.FetchNext(false)) {
+            cursor.GetColumnData("CUSTNO", *key);
+            cursor.GetColumnData("NAME", *name);
+            if (!text.empty()) text += ' ';
+            text += key->Format().str() + ":" + name->Format().str();
+        }
+        return text;
+    }
+
     // A root buffer over the customers; `columns` (comma separated) picks
     // the query's columns, all of them when empty.
     oxdmBufferedFileDataSource& Open(short window, int rights = kAllRights, const char* columns = "") {

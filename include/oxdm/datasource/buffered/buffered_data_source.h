@@ -14,6 +14,7 @@
 // root node; a buffer made over a node is a child, or a root over a tree
 // that the caller owns and keeps alive longer than the buffer.
 
+#include <map>
 #include <vector>
 
 #include "oxdm/datasource/buffered/buffered_impl.h"
@@ -50,8 +51,7 @@ public:
     double WindowScrollPercent() const override { return impl_->WindowScrollPercent(); }
     double SetWindowScrollPercent(double percent) override { return impl_->SetWindowScrollPercent(percent); }
     short SetWindowScroll(WindowScrollType type, short rows) override { return impl_->SetWindowScroll(type, rows); }
-    // Bookmarks of the buffer are not built yet: null.
-    oxdmDSBookmark* GetBookmark(short) const override { return nullptr; }
+    oxdmDSBookmark* GetBookmark(short row) const override { return impl_->GetBookmark(row); }
     short FocusRow() const override { return impl_->FocusRow(); }
     void SetFocus(short row, unsigned long initiator, bool notifyInitiator) override {
         impl_->SetFocus(row, initiator, notifyInitiator);
@@ -86,14 +86,17 @@ public:
     void SetCancelQueryCallback(CBFunctor0wRet<int>& callback, int argument) override {
         impl_->SetCancelQueryCallback(callback, argument);
     }
-    oxdmDSBookmark* GetFocusRowBookmark() const override { return nullptr; }
+    oxdmDSBookmark* GetFocusRowBookmark() const override { return impl_->GetFocusRowBookmark(); }
     CString NewValueAsString(short col) override { return impl_->NewValueAsString(col); }
     CString SavedValueAsString(short col) override { return impl_->SavedValueAsString(col); }
     CString OldValueAsString(short col) override { return impl_->OldValueAsString(col); }
     bool SetNewValue(short col, const CString& text) override { return impl_->SetNewValue(col, text); }
-    // Saving, reverting and deleting rows are not built yet: refused.
-    bool ValidateRow(unsigned long, bool) override { return false; }
-    bool RevertRow(unsigned long, bool) override { return false; }
+    bool ValidateRow(unsigned long initiator, bool notifyInitiator) override {
+        return impl_->ValidateRow(initiator, notifyInitiator, false);
+    }
+    bool RevertRow(unsigned long initiator, bool notifyInitiator) override {
+        return impl_->RevertRow(initiator, notifyInitiator);
+    }
     bool IsColumnChanged(short col) const override { return impl_->IsColumnChanged(col); }
     bool IsRowChanged() const override { return impl_->IsRowChanged(); }
     void SetPrefillOn(short col, bool on, unsigned long initiator, bool notifyInitiator) override {
@@ -102,8 +105,8 @@ public:
     bool IsPrefillOn(short col) const override { return impl_->IsPrefillOn(col); }
     CString DefaultValueAsString(short col) override { return impl_->DefaultValueAsString(col); }
     void SetDefaultValue(short col, const CString& text) override { impl_->SetDefaultValue(col, text); }
-    // Bookmarks and searches are not built yet: refused.
-    bool GoToBookmark(oxdmDSBookmark&, bool) override { return false; }
+    bool GoToBookmark(oxdmDSBookmark& bookmark, bool notify) override { return impl_->GoToBookmark(bookmark, notify); }
+    // Searches are not built yet: refused.
     bool FindRow(bool, CBFunctor1wRet<oxdmDataSource*, CompareRowResult>, bool, Direction) override { return false; }
     CString GetFindValueAsString(short col) override { return impl_->GetFindValueAsString(col); }
     bool SetFindValue(short col, const CString& text) override { return impl_->SetFindValue(col, text); }
@@ -145,6 +148,26 @@ public:
     oxdmDataSourceImplBase* GetImpl() override { return impl_; }
 
     // The slots a buffer adds.
+    virtual bool ValidateRow(unsigned long initiator, bool notifyInitiator, bool force) {
+        return impl_->ValidateRow(initiator, notifyInitiator, force);
+    }
+    bool ValidateColumn(short col) override { return impl_->ValidateColumn(col); }
+    virtual bool ValidateColumns(bool changedOnly) { return impl_->ValidateColumns(changedOnly); }
+    bool CanDeleteRow() const override { return impl_->CanDeleteRow(); }
+    bool DeleteRow(unsigned long initiator, bool notifyInitiator) override {
+        return impl_->DeleteRow(initiator, notifyInitiator);
+    }
+    bool DeleteAllRows(unsigned long initiator, bool notifyInitiator) override {
+        return impl_->DeleteAllRows(initiator, notifyInitiator);
+    }
+    bool CanAppendRow() const override { return impl_->CanAppendRow(); }
+    bool AppendRow() override { return impl_->AppendRow(); }
+    void Rollback() override { impl_->Rollback(); }
+    void CommitRollbackStack() override { impl_->CommitRollbackStack(); }
+    bool ReserveKey() { return impl_->ReserveKey(); }
+    bool UnreserveKey(CString& error) { return impl_->UnreserveKey(error); }
+    bool IsKeyReserved() const { return impl_->IsKeyReserved(); }
+    std::map<CString, CString> FocusKeyValues() const { return impl_->FocusKeyValues(); }
     virtual bool SetNewValue(short col, const oxData* value) { return impl_->SetNewValue(col, value); }
     virtual void PushFocusRowState() { impl_->PushFocusRowState(); }
     virtual void PopFocusRowState() { impl_->PopFocusRowState(); }

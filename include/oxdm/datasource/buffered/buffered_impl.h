@@ -30,6 +30,7 @@
 // Everything runs on the user-interface thread; callbacks may re-enter.
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -45,13 +46,16 @@ class oxdmColumnBase;
 class oxdmControlMgr;
 class oxdmCursorBookmark;
 class oxdmCursorNode;
+class oxdmDSBookmark;
 class oxdmDSColumnBase;
 class oxdmDSFocusRowMgr;
+class oxdmEvent;
 class oxdmFileManager;
 class oxdmFilter;
 class oxdmQuery;
 class oxdmQueryNode;
 class _oxdmBufferCallbacks;
+class _oxdmSingleBookmark;
 class oxTask;
 
 class oxdmBufferedFileDataSourceImpl : public oxdmDataSourceImplBase {
@@ -125,7 +129,9 @@ public:
     void SetIndex(short index);
     bool NeedNewRowPrefills() const { return needNewRowPrefills_; }
     void SetNeedNewRowPrefills(bool need) { needNewRowPrefills_ = need; }
-    void SetAutoNewRow(bool on) { autoNewRow_ = on; }
+    // Stores the setting; turning it off on the new row requeries, any
+    // other change refetches the window.
+    void SetAutoNewRow(bool on);
     bool AutoNewRow() const { return autoNewRow_; }
     void SetCanDeleteRow(bool on) { canDeleteRow_ = on; }
     void SetCanUpdateRow(bool on) { canUpdateRow_ = on; }
@@ -203,11 +209,44 @@ public:
     void SetAllColumnsUnchanged();
     void RefreshReadOnly();
 
+    // --- the row lifecycle
+    // Saves the focus row, then each child buffer's focus row in order;
+    // true when saved or nothing had to be done.
+    virtual bool ValidateRow(unsigned long initiator, bool notifyInitiator, bool force);
+    virtual bool ValidateColumn(short col);
+    virtual bool ValidateColumns(bool changedOnly);
+    virtual bool RevertRow(unsigned long initiator, bool notifyInitiator);
+    virtual bool CanDeleteRow() const;
+    virtual bool DeleteRow(unsigned long initiator, bool notifyInitiator);
+    // Deletes every record under the buffer without asking; always true.
+    virtual bool DeleteAllRows(unsigned long initiator, bool notifyInitiator);
+    virtual bool CanAppendRow() const;
+    virtual bool AppendRow();
+    // Writes the new row early so that its key is on file for children.
+    bool ReserveKey();
+    bool UnreserveKey(CString& error);
+    bool IsKeyReserved() const { return reservedKey_ != nullptr; }
+    virtual void Rollback();
+    virtual void CommitRollbackStack();
+    // The id of each key column mapped to its text on the focus row.
+    std::map<CString, CString> FocusKeyValues() const;
+
     // --- find values (kept per column; the searches come with find)
     virtual const oxData* GetFindValue(short col) const;
     virtual bool SetFindValue(short col, const oxData* value);
     virtual bool SetFindValue(short col, const CString& text);
     virtual CString GetFindValueAsString(short col);
+
+    // --- bookmarks (new handles owned by the caller)
+    virtual oxdmDSBookmark* GetBookmark(short row) const;
+    virtual oxdmDSBookmark* GetFocusRowBookmark() const;
+    virtual bool GoToBookmark(oxdmDSBookmark& bookmark, bool notify);
+    // The position of window row `row`; one without place outside the window.
+    std::shared_ptr<_oxdmSingleBookmark> SingleBookmark(short row) const;
+    bool MoveToSingleBookmark(const _oxdmSingleBookmark& where);
+    // The position next to `from`, null when there is none; the cursor is
+    // put back.
+    std::shared_ptr<_oxdmSingleBookmark> StepSingleBookmark(const _oxdmSingleBookmark& from, bool forward);
 
     // The event whose callbacks are running now, -1 for none.
     int RunningEvent() const;
@@ -290,6 +329,33 @@ private:
     bool WriteNewValue(short col, const std::function<bool(oxData&)>& copy);
     // Copies `value` into every set of the focus row at `col`.
     void SetAllSets(short col, const oxData& value);
+    // The save after its checks; the parent's save is not looked at.
+    bool _ValidateRow(unsigned long initiator, bool notifyInitiator, bool force);
+    // Whether the save changes the row's place in the order; keyChanged
+    // tells whether a key column of an existing row changed.
+    bool SortKeyChanged(bool& keyChanged) const;
+    // What a successful write leaves: the focus on the written record, the
+    // sets taken from the file, a new row below when one is wanted.
+    void AfterSave(bool isNew, bool reappend, bool sortChanged, short focusIndex, unsigned long initiator,
+                   bool notifyInitiator);
+    // A new row at the window's bottom, or can scroll down when full.
+    void AppendNewRow();
+    // The new values into the cursor's columns when any is changed; throws
+    // oxdmException when a column refuses its value.
+    void StoreNewValues();
+    // The cursor into the new set, saved into old, new into saved.
+    void TakeCursorAsSaved();
+    void CopyValues(const Values& from, Values& to) const;
+    // The repair after the focus record has gone; the cursor stands where
+    // it was.
+    void _DoDeleteRow(short row);
+    // A box titled with the task's caption.
+    int Box(const CString& text, unsigned style) const;
+    // Raises `event`; when no handler answers, shows `error`.
+    void ReportFailure(oxdmDataSource::Event event, oxdmEvent* msg, const CString& error);
+    std::shared_ptr<oxdmCursorBookmark> TopBookmark() const;
+    // A position on the cursor's row, with the window top of `like`.
+    std::shared_ptr<_oxdmSingleBookmark> CursorSingleBookmark(const _oxdmSingleBookmark& like) const;
     oxdmBufferedFileDataSource* _BufferForNode(const oxdmQueryNode* target, const oxdmQueryNode* current,
                                                oxdmBufferedFileDataSource* buffer) const;
 
