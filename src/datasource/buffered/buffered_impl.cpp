@@ -300,13 +300,7 @@ const CString& oxdmBufferedFileDataSourceImpl::NodeLabel() const { return cursor
 oxTask* oxdmBufferedFileDataSourceImpl::Task() const { return cursorNode_->Task(); }
 oxioFileManager* oxdmBufferedFileDataSourceImpl::GetFileManager() { return cursorNode_->GetFileManager(); }
 const oxdmFilter& oxdmBufferedFileDataSourceImpl::Filter() const { return cursorNode_->Filter(); }
-void oxdmBufferedFileDataSourceImpl::SetFilter(const oxdmFilter& filter) { cursorNode_->SetFilter(filter); }
 short oxdmBufferedFileDataSourceImpl::Index() const { return cursorNode_->Index(); }
-void oxdmBufferedFileDataSourceImpl::SetIndex(short index) { cursorNode_->SetIndex(index); }
-void oxdmBufferedFileDataSourceImpl::AttachRange(short handle) { cursorNode_->AttachRange(handle); }
-void oxdmBufferedFileDataSourceImpl::DetachRange() { cursorNode_->DetachRange(); }
-void oxdmBufferedFileDataSourceImpl::AttachCondition(short handle) { cursorNode_->AttachCondition(handle); }
-void oxdmBufferedFileDataSourceImpl::DetachCondition() { cursorNode_->DetachCondition(); }
 void oxdmBufferedFileDataSourceImpl::SetAllowDataConflictOverwrite(bool allow) {
     cursorNode_->SetAllowDataConflictOverwrite(allow);
 }
@@ -352,11 +346,6 @@ const oxData* oxdmBufferedFileDataSourceImpl::GetFindValue(short col) const {
 bool oxdmBufferedFileDataSourceImpl::SetFindValue(short col, const oxData* value) {
     if (!ValidCol(col) || value == nullptr) return false;
     return columns_[static_cast<size_t>(col)]->CopyValue(*value, *findValues_[static_cast<size_t>(col)]);
-}
-
-bool oxdmBufferedFileDataSourceImpl::SetFindValue(short col, const CString& text) {
-    if (!ValidCol(col)) return false;
-    return columns_[static_cast<size_t>(col)]->CopyValue(text, *findValues_[static_cast<size_t>(col)]);
 }
 
 CString oxdmBufferedFileDataSourceImpl::GetFindValueAsString(short col) {

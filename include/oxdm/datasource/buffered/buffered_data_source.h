@@ -106,13 +106,18 @@ public:
     CString DefaultValueAsString(short col) override { return impl_->DefaultValueAsString(col); }
     void SetDefaultValue(short col, const CString& text) override { impl_->SetDefaultValue(col, text); }
     bool GoToBookmark(oxdmDSBookmark& bookmark, bool notify) override { return impl_->GoToBookmark(bookmark, notify); }
-    // Searches are not built yet: refused.
-    bool FindRow(bool, CBFunctor1wRet<oxdmDataSource*, CompareRowResult>, bool, Direction) override { return false; }
+    bool FindRow(bool fromEnd, CBFunctor1wRet<oxdmDataSource*, CompareRowResult> compare, bool stayOnFail,
+                 Direction direction) override {
+        return impl_->FindRow(fromEnd, compare, stayOnFail, direction);
+    }
+    bool CanDoFastFind(short col) const override { return impl_->CanDoFastFind(col); }
+    void CopyKeyColumnsToFindValues() override { impl_->CopyKeyColumnsToFindValues(); }
     CString GetFindValueAsString(short col) override { return impl_->GetFindValueAsString(col); }
     bool SetFindValue(short col, const CString& text) override { return impl_->SetFindValue(col, text); }
-    bool FindGT() override { return false; }
-    bool FindGE() override { return false; }
-    bool FindSubstr(short, const CString&) override { return false; }
+    bool FindGT() override { return impl_->FindGT(); }
+    bool FindGE() override { return impl_->FindGE(); }
+    bool FindGE(short position) { return impl_->FindGE(position); }
+    bool FindSubstr(short col, const CString& text) override { return impl_->FindSubstr(col, text); }
     bool CanMoveUp() const override { return impl_->CanMoveUp(); }
     bool CanMoveDown(bool noNewRow) const override { return impl_->CanMoveDown(noNewRow); }
     bool CanMoveToTop(bool noNewRow) const override { return impl_->CanMoveToTop(noNewRow); }

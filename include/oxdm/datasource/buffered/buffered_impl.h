@@ -43,6 +43,7 @@ class oxdmBufferedDataSourceRole;
 class oxdmBufferedFileDataSource;
 class oxdmCallbackMgr;
 class oxdmColumnBase;
+class oxdmColumnDef;
 class oxdmControlMgr;
 class oxdmCursorBookmark;
 class oxdmCursorNode;
@@ -231,11 +232,27 @@ public:
     // The id of each key column mapped to its text on the focus row.
     std::map<CString, CString> FocusKeyValues() const;
 
-    // --- find values (kept per column; the searches come with find)
+    // --- find values and searches, in the order of the cursor's index
+    using CompareRow = CBFunctor1wRet<oxdmDataSource*, oxdmDataSource::CompareRowResult>;
     virtual const oxData* GetFindValue(short col) const;
     virtual bool SetFindValue(short col, const oxData* value);
+    // A text that starts a choice of the column stands for that choice.
     virtual bool SetFindValue(short col, const CString& text);
     virtual CString GetFindValueAsString(short col);
+    void CopyKeyColumnsToFindValues();
+    // Whether the record layer can seek on the column at once.
+    bool CanDoFastFind(short col) const;
+    // The first row at or after the find values; a find that lands nowhere
+    // goes to the bottom and answers false.
+    bool FindGE();
+    // The same, the found row shown at window row `position`.
+    bool FindGE(short position);
+    bool FindGT();
+    // The incremental search of a list; the window and the focus stay as
+    // they were when nothing starts with the text.
+    bool FindSubstr(short col, const CString& text);
+    // Walks the rows with `compare` (the fallback when no seek will do).
+    bool FindRow(bool fromEnd, const CompareRow& compare, bool stayOnFail, oxdmDataSource::Direction direction);
 
     // --- bookmarks (new handles owned by the caller)
     virtual oxdmDSBookmark* GetBookmark(short row) const;
@@ -356,6 +373,18 @@ private:
     std::shared_ptr<oxdmCursorBookmark> TopBookmark() const;
     // A position on the cursor's row, with the window top of `like`.
     std::shared_ptr<_oxdmSingleBookmark> CursorSingleBookmark(const _oxdmSingleBookmark& like) const;
+    // The find values to the cursor's columns.
+    bool CopyFindValuesToCursor();
+    // The buffer column over a column definition, -1 when none.
+    short ColumnForDef(const oxdmColumnDef& def) const;
+    // Puts the focus on the seek's row, or at the bottom when there is
+    // none (moved tells whether the focus moved); answers whether found.
+    bool SeekFindValues(bool greaterOrEqual, bool& moved);
+    // FindGE or FindGT with the window brought to the focus.
+    bool FindAndShow(bool greaterOrEqual);
+    // Seeks with the text, padded by `fill` after each miss, tries + 1
+    // times; answers whether a row starting with the text has the focus.
+    bool _ImplBestFit(short col, const CString& text, char fill, int tries);
     oxdmBufferedFileDataSource* _BufferForNode(const oxdmQueryNode* target, const oxdmQueryNode* current,
                                                oxdmBufferedFileDataSource* buffer) const;
 
