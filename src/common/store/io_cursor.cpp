@@ -19,6 +19,24 @@ namespace {
 
 oxioStatus::Status Converted(short raw) { return oxioStatus::ConvertToOxio(raw); }
 
+bool IsBlank(const FieldValue& value) {
+    if (std::holds_alternative<std::monostate>(value)) return true;
+    if (const auto* text = std::get_if<std::string>(&value)) return text->empty();
+    if (const auto* whole = std::get_if<std::int64_t>(&value)) return *whole == 0;
+    return std::get<double>(value) == 0.0;
+}
+
+// Whether the stamp fields (date, time, operator) that `written` carries
+// differ from those of `read`. A blank stamp in `written` claims nothing (a
+// new row that never saw the record) and is passed over.
+bool StampsDiffer(const oxdm::store::TableSpec& table, const RowImage& written, const RowImage& read) {
+    for (size_t c = 0; c < table.columns.size() && c < written.fields.size() && c < read.fields.size(); ++c) {
+        if (table.columns[c].stamp == oxdm::store::StampKind::None || IsBlank(written.fields[c])) continue;
+        if (written.fields[c] != read.fields[c]) return true;
+    }
+    return false;
+}
+
 // The open file and table state of a cursor; null when the file was closed
 // under it or the table does not exist.
 struct Target {
@@ -159,6 +177,13 @@ oxioStatus::Status oxioCursor::Update(short*, UpdateMethod method) {
     // deleted that one and wrote another.
     if (check && readRowid_ != state.position.rowid) return oxioStatus::DataConflict;
     SetBuffer();
+    // A caller that keeps its own copy of a row (a buffered data source)
+    // re-reads the record before writing and hands back the stamps it saw
+    // when it first read the row: stamps that differ from the record as
+    // read now mean someone else wrote it in between. The version check of
+    // the write catches a change since this cursor's own read.
+    if (check && StampsDiffer(*target.file->Spec(table_), state.buffer, state.position))
+        return oxioStatus::DataConflict;
     RowImage row = state.buffer;
     row.rowid = state.position.rowid;
     row.version = check ? readVersion_ : state.position.version;

@@ -8,6 +8,7 @@
 #include <cassert>
 #include <cstdlib>
 #include <ctime>
+#include <utility>
 
 namespace oxdm::store {
 
@@ -253,6 +254,42 @@ void SqliteRecordStore::Stamp(const TableSpec& table, RowImage& row) const {
     }
 }
 
+int SqliteRecordStore::AdvanceStamps(const TableSpec& table, std::int64_t rowid, RowImage& row) {
+    int dateColumn = -1, timeColumn = -1;
+    for (size_t i = 0; i < table.columns.size(); ++i) {
+        if (table.columns[i].stamp == StampKind::Date) dateColumn = static_cast<int>(i);
+        if (table.columns[i].stamp == StampKind::Time) timeColumn = static_cast<int>(i);
+    }
+    if (dateColumn < 0 || timeColumn < 0) return SQLITE_OK;
+    SqliteDb::Statement stmt = db_->Prepare("SELECT " + QuotedColumn(table.columns[dateColumn]) + ", " +
+                                            QuotedColumn(table.columns[timeColumn]) + " FROM " +
+                                            TableName(table.number) + " WHERE " + kRowidColumn + " = ?");
+    if (!stmt) return db_->lastError();
+    sqlite3_bind_int64(stmt.get(), 1, rowid);
+    const int rc = sqlite3_step(stmt.get());
+    if (rc == SQLITE_DONE) return SQLITE_OK;
+    if (rc != SQLITE_ROW) return rc;
+    const std::int64_t oldDate = sqlite3_column_int64(stmt.get(), 0), oldTime = sqlite3_column_int64(stmt.get(), 1);
+    const auto* newDate = std::get_if<std::int64_t>(&row.fields[static_cast<size_t>(dateColumn)]);
+    const auto* newTime = std::get_if<std::int64_t>(&row.fields[static_cast<size_t>(timeColumn)]);
+    if (!newDate || !newTime || oldDate <= 0 || std::make_pair(oldDate, oldTime) < std::make_pair(*newDate, *newTime))
+        return SQLITE_OK;
+    struct tm next = {};
+    next.tm_year = static_cast<int>(oldDate / 10000) - 1900;
+    next.tm_mon = static_cast<int>(oldDate / 100 % 100) - 1;
+    next.tm_mday = static_cast<int>(oldDate % 100);
+    next.tm_hour = static_cast<int>(oldTime / 10000);
+    next.tm_min = static_cast<int>(oldTime / 100 % 100);
+    next.tm_sec = static_cast<int>(oldTime % 100) + 1;
+    next.tm_isdst = -1;
+    std::mktime(&next);  // carries the second into minutes, hours and days
+    row.fields[static_cast<size_t>(dateColumn)] =
+        static_cast<std::int64_t>((next.tm_year + 1900) * 10000 + (next.tm_mon + 1) * 100 + next.tm_mday);
+    row.fields[static_cast<size_t>(timeColumn)] =
+        static_cast<std::int64_t>(next.tm_hour * 10000 + next.tm_min * 100 + next.tm_sec);
+    return SQLITE_OK;
+}
+
 short SqliteRecordStore::BindRow(sqlite3_stmt* stmt, const TableSpec& table, const RowImage& row) const {
     for (size_t i = 0; i < table.columns.size(); ++i) {
         static const FieldValue blank;
@@ -322,6 +359,7 @@ short SqliteRecordStore::Update(short table, RowImage& row, bool checkVersion) {
     if (held) return oxioStatus::IN_USE;
     RowImage stamped = row;
     Stamp(*spec, stamped);
+    if (int rc = AdvanceStamps(*spec, row.rowid, stamped); rc != SQLITE_OK) return RawCode(rc);
     StatementKind kind = checkVersion ? StatementKind::UpdateChecked : StatementKind::UpdatePlain;
     int rc = SQLITE_DONE;
     std::int64_t version = 0;

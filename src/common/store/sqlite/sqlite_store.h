@@ -54,6 +54,13 @@ private:
     int StepRow(sqlite3_stmt* stmt, const TableSpec& table, RowImage& out) const;
     // Sets the stamp fields of `row` to now and to this operator.
     void Stamp(const TableSpec& table, RowImage& row) const;
+    // After Stamp on a rewrite of record `rowid`: when the record's stored
+    // date and time stamps are not older than the new ones (a second write
+    // within one second), moves the new time one second past the stored one,
+    // so that every write of a record leaves other stamps behind. A reader
+    // that kept the stamps of its copy can then tell that the record changed.
+    // Answers an SQLite code.
+    int AdvanceStamps(const TableSpec& table, std::int64_t rowid, RowImage& row);
     short BindRow(sqlite3_stmt* stmt, const TableSpec& table, const RowImage& row) const;
     // Whether a live process other than this one holds the record (in
     // `held`); a dead owner's lock is removed. Answers an SQLite code.
