@@ -3,6 +3,7 @@
 #include <cassert>
 
 #include "oxdm/base/exception.h"
+#include "oxdm/common/shell/global_data.h"
 #include "oxdm/common/values/small_values.h"
 #include "oxdm/cursor/cursor_node.h"
 #include "oxdm/datasource/buffered/buffered_data_source.h"
@@ -128,8 +129,9 @@ bool oxdmDSColumnInCursor::Required() const {
 bool oxdmDSColumnInCursor::IsReadOnly() const {
     if (oxdmDSColumnBase::IsReadOnly()) return true;
     if (OXColumn()->FldDef().protect == 0) return false;
-    // The process keeps no auditing switch: a protected field is never
-    // writable for that reason here.
+    // While auditing is on, every change is recorded, so a protected field
+    // may be edited.
+    if (oxdmGlobalData::Instance()->Auditing()) return false;
     if (!DataSource().IsNewRow()) return true;
     return (Style() & StyleNewRowWritable) == 0;
 }

@@ -8,6 +8,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "oxdm/common/shell/global_data.h"
 #include "oxdm/common/shell/preferences.h"
 #include "oxdm/common/shell/presenter.h"
 #include "oxdm/common/values/xval.h"
@@ -128,6 +129,31 @@ TEST_F(PreferencesTest, ValueOfTheWrongShapeCountsAsDamage) {
     EXPECT_EQ(xpref_get_value(1, "K", "Width", 1, nullptr), 0);
     ASSERT_EQ(oxdmDefaultPresenter().Boxes().size(), 2u);
     EXPECT_NE(oxdmDefaultPresenter().Boxes()[1].text.Find("unknown scope 'nobody'"), -1);
+}
+
+// The audit settings follow the preferences; printing needs auditing on; an
+// override holds against refreshes until it is stopped.
+TEST_F(PreferencesTest, AuditSettingsFollowPreferencesUnlessOverridden) {
+    oxdmGlobalData* global = oxdmGlobalData::Instance();
+    struct Case {
+        long audit, print;
+        bool auditing, printing;
+    } cases[] = {{0, 2, false, false}, {1, 2, false, false}, {2, 0, true, false}, {2, 1, true, false}, {2, 2, true, true}};
+    for (const Case& c : cases) {
+        ASSERT_EQ(xpref_put_value(2, "General", "Audit Trail", c.audit), 0);
+        ASSERT_EQ(xpref_put_value(2, "General", "Print Audit Trail", c.print), 0);
+        global->RefreshAuditing();
+        EXPECT_EQ(global->Auditing(), c.auditing) << c.audit << "/" << c.print;
+        EXPECT_EQ(global->PrintAudit(), c.printing) << c.audit << "/" << c.print;
+    }
+
+    global->OverrideAuditing(false);
+    global->RefreshAuditing();
+    EXPECT_FALSE(global->Auditing()) << "the override holds against the preference";
+    global->StopAuditOverride();
+    EXPECT_TRUE(global->Auditing()) << "stopping the override reads the preference again";
+    EXPECT_TRUE(global->PrintAudit());
+    oxdmGlobalData::KillInstance();
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include "buffer_fixture.h"
 #include "oxdm/base/exception.h"
+#include "oxdm/common/shell/global_data.h"
 #include "oxdm/common/values/small_values.h"
 #include "oxdm/common/values/text_values.h"
 
@@ -26,6 +27,11 @@ TEST_F(BufferTest, ColumnsConvertByTheirFieldDefinition) {
     // A zero amount of a field that shows zeros, and of one that does not.
     oxdmDSColumnBase& balance = *buffer.Column("BALANCE");
     EXPECT_EQ(balance.ValueAsString().str(), "0.00");
+    EXPECT_TRUE(balance.IsReadOnly());
+    // While auditing is on, a protected field may be edited.
+    oxdmGlobalData::Instance()->OverrideAuditing(true);
+    EXPECT_FALSE(balance.IsReadOnly());
+    oxdmGlobalData::Instance()->OverrideAuditing(false);
     EXPECT_TRUE(balance.IsReadOnly());
     EXPECT_TRUE(balance.Required() == false);
     EXPECT_TRUE(buffer.Column("CUSTNO")->Required());
