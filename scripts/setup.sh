@@ -11,7 +11,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 packages=(g++ cmake ninja-build pkg-config libgtest-dev libgmock-dev libbenchmark-dev
-          libsqlite3-dev libtomlplusplus-dev)
+          libsqlite3-dev libtomlplusplus-dev libcairo2-dev libpango1.0-dev poppler-utils)
 
 missing=()
 for p in "${packages[@]}"; do
