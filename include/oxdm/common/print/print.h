@@ -26,31 +26,23 @@
 #include "oxdm/common/values/xval.h"
 
 // Answers of the xp_* calls (and of xw_send_message, as a long).
-enum : short {
-    XP_OK = 0,
-    XP_CLIPPED = 1,         // xp_put_field: the field ran past the line's end and was cut there
-    XP_BAD_HANDLE = -1,     // no open job has this handle
-    XP_BAD_ARGUMENT = -2,   // a null pointer, a column or count out of range, an unknown kind
-    XP_WRITE_FAILED = -3,   // the report could not be written (the operator was told why)
-};
+inline constexpr short XP_OK = 0;
+inline constexpr short XP_CLIPPED = 1;        // xp_put_field: the field ran past the line's end and was cut there
+inline constexpr short XP_BAD_HANDLE = -1;    // no open job has this handle
+inline constexpr short XP_BAD_ARGUMENT = -2;  // a null pointer, a column or count out of range, an unknown kind
+inline constexpr short XP_WRITE_FAILED = -3;  // the report could not be written (the operator was told why)
 
 // Messages of xw_send_message.
-enum : short {
-    XH_MSG_CLOSE = 104,       // closes the job (writing it first if XH_MSG_END_REPORT was not sent)
-    XH_MSG_END_REPORT = 204,  // ends the report: writes <output>.pdf and <output>.txt
-};
+inline constexpr short XH_MSG_CLOSE = 104;       // closes the job (writing it first if not written yet)
+inline constexpr short XH_MSG_END_REPORT = 204;  // ends the report: writes <output>.pdf and <output>.txt
 
 // Page orientation of xp_print_def::orientation.
-enum : short {
-    XP_PORTRAIT = 1,
-    XP_LANDSCAPE = 2,
-};
+inline constexpr short XP_PORTRAIT = 1;
+inline constexpr short XP_LANDSCAPE = 2;
 
 // Paper of xp_print_def::paper.
-enum : short {
-    XP_PAPER_LETTER = 0,
-    XP_PAPER_A4 = 1,
-};
+inline constexpr short XP_PAPER_LETTER = 0;
+inline constexpr short XP_PAPER_A4 = 1;
 
 // One field of the current line. Zero it before each use.
 struct xp_field_def {
