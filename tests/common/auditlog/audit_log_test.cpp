@@ -1,0 +1,206 @@
+// The electronic audit log over a real record file of the sample dictionary
+// "ord": what one entry holds, how the reader filters, what a failed write
+// tells the operator, and that the log cannot be rewritten.
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <memory>
+#include <string>
+
+#include "oxdm/common/auditlog/audit_log.h"
+#include "oxdm/common/auditlog/audit_setup.h"
+#include "oxdm/common/dictionary/flat_definitions.h"
+#include "oxdm/common/store/data_file.h"
+#include "oxdm/common/store/io_cursor.h"
+#include "oxdm/common/values/numeric_value.h"
+#include "oxdm/common/values/text_values.h"
+#include "record_test_support.h"
+
+namespace {
+
+class AuditLogTest : public RecordTestBase {
+protected:
+    void SetUp() override {
+        RecordTestBase::SetUp();
+        ::setenv("OXDM_OPERATOR", "auditor", 1);
+        oxioStatus::Status status = oxioStatus::IOError;
+        CString error;
+        file_ = oxioDataFile::Open(oxioFileSpec(Path().c_str()), true, status, error);
+        ASSERT_TRUE(file_) << error;
+    }
+    void TearDown() override {
+        file_.reset();
+        RecordTestBase::TearDown();
+    }
+
+    std::string Path() const { return (Scratch() / "sales.ord").string(); }
+    short File() const { return file_->FileNum(); }
+    short Field(const char* name) const { return xio_num(File(), 0, 0, name); }
+
+    void AddCustomer(const char* key, const char* city) {
+        oxioCursor cursor(*file_, 1, 0);
+        cursor.Clear();
+        ASSERT_TRUE(cursor.SetColumnData("CUSTNO", oxAlpha(key)));
+        ASSERT_TRUE(cursor.SetColumnData("NAME", oxAlpha("Name")));
+        ASSERT_TRUE(cursor.SetColumnData("CITY", oxAlpha(city)));
+        ASSERT_EQ(cursor.Insert(nullptr), oxioStatus::Success);
+    }
+    // Logs one "Changed" entry of CITY for the customer last written.
+    bool LogCity(short task, const char* before, const char* after) {
+        AuditSetup log(task, File(), 0, 1);
+        log.AddColumnInfo(Field("CITY"), before, after);
+        return log.LogColumnChanges("Changed");
+    }
+    std::vector<oxAuditLogEntry> Read(const oxAuditLogFilter& filter = {}) const {
+        std::vector<oxAuditLogEntry> entries;
+        CString error;
+        EXPECT_TRUE(oxReadAuditLog(Path().c_str(), filter, entries, error)) << error;
+        return entries;
+    }
+    // Runs SQL on the record file through a connection of its own; answers
+    // the SQLite result code.
+    int RawSql(const char* sql) const {
+        sqlite3* db = nullptr;
+        sqlite3_open(Path().c_str(), &db);
+        sqlite3_busy_timeout(db, 2000);
+        int rc = sqlite3_exec(db, sql, nullptr, nullptr, nullptr);
+        sqlite3_close(db);
+        return rc;
+    }
+
+    std::unique_ptr<oxioDataFile> file_;
+};
+
+TEST_F(AuditLogTest, OneEntryPerColumnCarriesWhenWhoWhereAndBothValues) {
+    AddCustomer("C0001", "Oslo");
+    AuditSetup log(7, File(), 0, 1);
+    EXPECT_EQ(log.RecordKey().str(), "C0001");
+    log.AddColumnInfo(Field("CITY"), "Oslo", "Bergen");
+    log.AddColumnInfo(Field("NAME"), "", "Name");
+    ASSERT_TRUE(log.LogColumnChanges("Changed"));
+    // The columns were written once: a second call has nothing to add.
+    ASSERT_TRUE(log.LogColumnChanges("Changed"));
+
+    const std::vector<oxAuditLogEntry> entries = Read();
+    ASSERT_EQ(entries.size(), 2u);
+    const oxAuditLogEntry& city = entries[0];
+    EXPECT_EQ(city.time.GetLength(), 19) << city.time;
+    EXPECT_EQ(city.operatorId.str(), "auditor");
+    EXPECT_EQ(city.task, 7);
+    EXPECT_EQ(city.table, 1);
+    EXPECT_EQ(city.tableName.str(), "Customer");
+    EXPECT_EQ(city.recordKey.str(), "C0001");
+    EXPECT_EQ(city.label.str(), "Changed");
+    EXPECT_EQ(city.column.str(), "CITY");
+    EXPECT_EQ(city.oldValue.str(), "Oslo");
+    EXPECT_EQ(city.newValue.str(), "Bergen");
+    EXPECT_EQ(entries[1].column.str(), "NAME");
+    EXPECT_LT(entries[0].sequence, entries[1].sequence);
+    EXPECT_TRUE(oxdmDefaultPresenter().Boxes().empty());
+}
+
+TEST_F(AuditLogTest, TheKeyIsTheRecordTheTableStandsOnWhenTheRowIsSetUp) {
+    EXPECT_EQ(AuditSetup(1, File(), 0, 1).RecordKey().str(), "") << "no record read or written yet";
+    oxioCursor lines(*file_, 3, 0);
+    lines.Clear();
+    ASSERT_TRUE(lines.SetColumnData("ORDNO", oxAlpha("A17")));
+    ASSERT_TRUE(lines.SetColumnData("LINENO", oxNumeric(2)));
+    ASSERT_TRUE(lines.SetColumnData("ITEM", oxAlpha("BOLT-000001")));
+    ASSERT_EQ(lines.Insert(nullptr), oxioStatus::Success);
+    EXPECT_EQ(AuditSetup(1, File(), 0, 3).RecordKey().str(), "A17, 2");
+    AddCustomer("C0002", "Oslo");
+    AddCustomer("C0003", "Oslo");
+    oxioCursor customers(*file_, 1, 0);
+    ASSERT_EQ(customers.FetchFirst(false), oxioStatus::Success);
+    EXPECT_EQ(AuditSetup(1, File(), 0, 1).RecordKey().str(), "C0002");
+}
+
+TEST_F(AuditLogTest, TheReaderFiltersByTableKeyAndTime) {
+    AddCustomer("C0001", "Oslo");
+    ASSERT_TRUE(LogCity(1, "Oslo", "Bergen"));
+    AddCustomer("C0002", "Oslo");
+    ASSERT_TRUE(LogCity(2, "Oslo", "Molde"));
+    {
+        AuditSetup order(3, File(), 0, 2);
+        order.AddColumnInfo(Field("ODATE"), "", "2026-01-02");
+        ASSERT_TRUE(order.LogColumnChanges("Added"));
+    }
+    auto tasks = [](const std::vector<oxAuditLogEntry>& entries) {
+        std::string text;
+        for (const oxAuditLogEntry& entry : entries) text += std::to_string(entry.task);
+        return text;
+    };
+    const CString today = Read()[0].time.Left(10);
+    struct Case {
+        oxAuditLogFilter filter;
+        const char* tasks;
+    };
+    const Case cases[] = {
+        {{}, "123"},
+        {{"1", "", "", ""}, "12"},
+        {{"cUSTOMER", "", "", ""}, "12"},
+        {{"Order", "", "", ""}, "3"},
+        {{"9", "", "", ""}, ""},
+        {{"", "C0002", "", ""}, "2"},
+        {{"1", "C0001", "", ""}, "1"},
+        {{"", "", today, today}, "123"},
+        {{"", "", "2999-01-01", ""}, ""},
+        {{"", "", "", "2000-01-01 12:00"}, ""},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(tasks(Read(c.filter)), c.tasks)
+            << "table '" << c.filter.table << "' key '" << c.filter.key << "' from '" << c.filter.from << "' to '"
+            << c.filter.to << "'";
+
+    std::vector<oxAuditLogEntry> entries;
+    CString error;
+    EXPECT_FALSE(oxReadAuditLog(Path().c_str(), {"", "", "", "noon"}, entries, error));
+    EXPECT_NE(error.Find("'noon'"), -1) << error;
+}
+
+TEST_F(AuditLogTest, AFailedWriteIsToldToTheOperatorAndLeavesTheRecord) {
+    AddCustomer("C0001", "Oslo");
+    // A table of the log's name that can't take its rows.
+    ASSERT_EQ(RawSql("CREATE TABLE _oxdm_audit_log(x INTEGER)"), SQLITE_OK);
+    EXPECT_FALSE(LogCity(1, "Oslo", "Bergen"));
+    ASSERT_EQ(oxdmDefaultPresenter().Boxes().size(), 1u);
+    const CString text = oxdmDefaultPresenter().Boxes()[0].text;
+    EXPECT_NE(text.Find(("'" + Path() + "' could not be written").c_str()), -1) << text;
+    EXPECT_NE(text.Find("time"), -1) << "the reason names the missing column: " << text;
+    EXPECT_NE(text.Find("'Changed'"), -1) << text;
+
+    oxioCursor cursor(*file_, 1, 0);
+    ASSERT_EQ(cursor.FetchFirst(false), oxioStatus::Success);
+    oxAlpha city;
+    ASSERT_TRUE(cursor.GetColumnData("CITY", city));
+    EXPECT_EQ(city.Format().str(), "Oslo");
+
+    AuditSetup nowhere(1, 250, 0, 1);
+    nowhere.AddColumnInfo(1, "a", "b");
+    EXPECT_FALSE(nowhere.LogColumnChanges("Deleted"));
+    ASSERT_EQ(oxdmDefaultPresenter().Boxes().size(), 2u);
+    EXPECT_NE(oxdmDefaultPresenter().Boxes()[1].text.Find("file number 250 is not an open record file"), -1)
+        << oxdmDefaultPresenter().Boxes()[1].text;
+}
+
+TEST_F(AuditLogTest, EntriesCannotBeChangedOrRemoved) {
+    AddCustomer("C0001", "Oslo");
+    ASSERT_TRUE(LogCity(1, "Oslo", "Bergen"));
+    EXPECT_NE(RawSql("UPDATE _oxdm_audit_log SET new_value = 'Paris'"), SQLITE_OK);
+    EXPECT_NE(RawSql("DELETE FROM _oxdm_audit_log"), SQLITE_OK);
+    const std::vector<oxAuditLogEntry> entries = Read();
+    ASSERT_EQ(entries.size(), 1u);
+    EXPECT_EQ(entries[0].newValue.str(), "Bergen");
+}
+
+TEST_F(AuditLogTest, AFileNeverAuditedHasNoEntriesAndAMissingFileIsNamed) {
+    EXPECT_TRUE(Read().empty());
+    std::vector<oxAuditLogEntry> entries;
+    CString error;
+    const std::string missing = (Scratch() / "nothere.ord").string();
+    EXPECT_FALSE(oxReadAuditLog(missing.c_str(), {}, entries, error));
+    EXPECT_NE(error.Find(("'" + missing + "' does not exist").c_str()), -1) << error;
+}
+
+}  // namespace
