@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cassert>
-#include <cstring>
 
 #include "paper.h"
 
@@ -13,26 +12,16 @@ namespace {
 constexpr short kDefaultWidth = 80;
 constexpr short kMostWidth = 255;
 
-std::string TrimRight(std::string line) {
-    line.erase(line.find_last_not_of(' ') + 1);
-    return line;
+// Puts text on line from column on, as much of it as fits.
+void PlaceFitting(xpLine& line, std::size_t column, const std::string& text) {
+    const std::vector<std::string> chars = xpCharacters(text);
+    line.Place(column, chars, std::min(chars.size(), line.Width() - column));
 }
 
-// Copies text into line from column on, at most `room` characters; control
-// characters become blanks so that they can't break the columns.
-void Place(std::string& line, std::size_t column, const std::string& text, std::size_t room) {
-    const std::size_t count = std::min(text.size(), room);
-    for (std::size_t i = 0; i < count; ++i) {
-        const auto ch = static_cast<unsigned char>(text[i]);
-        line[column + i] = ch < 0x20 || ch == 0x7f ? ' ' : text[i];
-    }
-}
-
-std::string Centred(const char* text, std::size_t width) {
-    std::string line(width, ' ');
-    const std::string title(text);
-    const std::size_t column = title.size() < width ? (width - title.size()) / 2 : 0;
-    Place(line, column, title, width - column);
+xpLine Centred(const char* text, std::size_t width) {
+    xpLine line(width);
+    const std::size_t length = xpCharacters(text).size();
+    PlaceFitting(line, length < width ? (width - length) / 2 : 0, text);
     return line;
 }
 
@@ -53,33 +42,34 @@ xp_print_def xpNormalizeDefinition(const xp_print_def& def) {
 }
 
 xpPageModel::xpPageModel(const xp_print_def& def)
-    : def_(def), current_(static_cast<std::size_t>(def.width), ' ') {
+    : def_(def), current_(static_cast<std::size_t>(def.width)) {
     assert(def.width > 0 && def.page_lines > 0);
 }
 
 short xpPageModel::PutField(const xp_field_def& field, const std::string& text) {
-    const auto width = static_cast<std::size_t>(def_.width);
+    const std::size_t width = current_.Width();
     std::size_t column = 0;
     if (field.column == -1) {
-        const std::size_t last = current_.find_last_not_of(' ');
-        column = last == std::string::npos ? 0 : last + 2;
+        const std::size_t end = current_.End();
+        column = end == 0 ? 0 : end + 1;
     } else if (field.column >= 0) {
         column = static_cast<std::size_t>(field.column);
     } else {
         return XP_BAD_ARGUMENT;
     }
     if (column >= width || field.width < 0) return XP_BAD_ARGUMENT;
-    const std::size_t wanted = field.width > 0 ? std::min<std::size_t>(text.size(), field.width) : text.size();
+    const std::vector<std::string> chars = xpCharacters(text);
+    const std::size_t wanted = field.width > 0 ? std::min<std::size_t>(chars.size(), field.width) : chars.size();
     const std::size_t room = std::min(wanted, width - column);
-    Place(current_, column, text, room);
+    current_.Place(column, chars, room);
     return room < wanted ? XP_CLIPPED : XP_OK;
 }
 
 short xpPageModel::SetLine(short kind, short line) {
     if (kind != 0 || line < 1 || line > kMostHeadings) return XP_BAD_ARGUMENT;
     if (headings_.size() < static_cast<std::size_t>(line)) headings_.resize(line);
-    headings_[line - 1] = TrimRight(current_);
-    current_.assign(current_.size(), ' ');
+    headings_[line - 1] = current_.Text();
+    current_.Clear();
     return XP_OK;
 }
 
@@ -87,9 +77,9 @@ short xpPageModel::WriteLine(short count, short skip, bool newPage) {
     if (count < 1 || skip < 0) return XP_BAD_ARGUMENT;
     if (newPage) open_ = false;
     for (short i = 0; i < skip; ++i) EmitBlank();
-    Emit(TrimRight(current_));
+    Emit(current_.Text());
     for (short i = 1; i < count; ++i) EmitBlank();
-    current_.assign(current_.size(), ' ');
+    current_.Clear();
     return XP_OK;
 }
 
@@ -114,12 +104,11 @@ std::vector<xpPage> xpPageModel::Pages() const {
 xpPage xpPageModel::BeginPage(int number) const {
     const auto width = static_cast<std::size_t>(def_.width);
     xpPage page;
-    page.lines.push_back(TrimRight(Centred(def_.title1, width)));
-    std::string second = Centred(def_.title2, width);
+    page.lines.push_back(Centred(def_.title1, width).Text());
+    xpLine second = Centred(def_.title2, width);
     const std::string label = "Page " + std::to_string(number);
-    const std::size_t column = label.size() < width ? width - label.size() : 0;
-    Place(second, column, label, width - column);
-    page.lines.push_back(TrimRight(second));
+    PlaceFitting(second, label.size() < width ? width - label.size() : 0, label);
+    page.lines.push_back(second.Text());
     page.lines.emplace_back();
     page.lines.insert(page.lines.end(), headings_.begin(), headings_.end());
     return page;

@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "oxdm/common/print/print.h"
+#include "print_line.h"
 
 struct xpPage {
     std::vector<std::string> lines;  // every line of the page, titles first; no trailing blanks
@@ -55,12 +56,12 @@ private:
     void EmitBlank();
 
     // def_ is fixed after construction: width and page_lines positive.
-    // current_ is always exactly def_.width characters. headings_ holds the
+    // current_ has def_.width cells. headings_ holds the
     // heading lines by number - 1 (unset ones blank). pages_ holds every
     // begun page; open_ says whether the last one still takes lines (false
     // before the first write and after a requested page break).
     xp_print_def def_;
-    std::string current_;
+    xpLine current_;
     std::vector<std::string> headings_;
     std::vector<xpPage> pages_;
     bool open_ = false;
