@@ -145,6 +145,9 @@ oxioStatus::Status _oxdmPOCOMBridge::Save() {
         hr = face->Save();
     }
     const oxioStatus::Status status = StatusOf(hr);
+    // What was saved is what a later revert goes back to: the next edit
+    // takes the backup afresh.
+    if (status == oxioStatus::Success) backupObject.Release();
     if (status == oxioStatus::Success && newRow && !focusIterator) {
         if (link != nullptr) link->Refetch();
         if (iterator) iterator->Clone(&focusIterator);
@@ -170,6 +173,8 @@ oxioStatus::Status _oxdmPOCOMBridge::Reinsert() {
 }
 
 void _oxdmPOCOMBridge::ResetObject() {
+    // The object takes the stored state: a backup of the edits is stale.
+    backupObject.Release();
     if (auto face = PoQuery<IPOObject>(focusObject)) PoFailed(face->Reset());
 }
 
@@ -191,7 +196,8 @@ bool _oxdmPOCOMBridge::Delete() {
     HRESULT hr = E_FAIL;
     if (auto setEdit = PoQuery<IPOSetEdit>(objectSet)) hr = setEdit->Remove(object);
     else if (auto face = PoQuery<IPOObject>(object)) hr = face->Delete();
-    if (PoFailed(hr)) return false;
+    // An object that someone else deleted meanwhile is deleted: done.
+    if (PoFailed(hr) && hr != PO_E_GONE) return false;
     if (after) iterator = after;
     ReleaseFocusObject();
     return true;
@@ -278,9 +284,16 @@ HRESULT _oxdmPOCOMBridge::OnPropertyChanging() {
     return S_OK;
 }
 
+void _oxdmPOCOMBridge::DropEdits() {
+    auto face = PoQuery<IPOObject>(focusObject);
+    short dirty = VARIANT_FALSE;
+    if (face && !PoFailed(face->IsDirty(&dirty)) && dirty != VARIANT_FALSE) ResetObject();
+}
+
 HRESULT _oxdmPOCOMBridge::OnSortChanged(IStringCollection* sort) {
     try {
         if (sort != nullptr) ReadSortColumns(sort);
+        DropEdits();
         if (link != nullptr) link->ReQuery();
     } catch (...) {
     }
@@ -289,6 +302,7 @@ HRESULT _oxdmPOCOMBridge::OnSortChanged(IStringCollection* sort) {
 
 HRESULT _oxdmPOCOMBridge::OnFilterChanged() {
     try {
+        DropEdits();
         if (link != nullptr) {
             link->ReQuery();
             if (link->NumWindowDataRows() == 0) link->AppendRow();

@@ -252,10 +252,17 @@ TEST_F(POCursor, DeleteMovesToTheNextObject) {
     ASSERT_TRUE(cursor.Delete(error, nullptr, nullptr, false));
     cursor.Refresh();
     EXPECT_EQ(Value("Name"), "Adams") << "at the end the iterator goes back";
-    // Another program deletes the last one first.
-    ASSERT_EQ(theirs->Remove(static_cast<IPOObject*>(Theirs("Adams"))), S_OK);
+    // A store that refuses: the object's words, and the object stays.
+    set->Faults().Fail("Remove", E_FAIL);
     EXPECT_FALSE(cursor.Delete(error, nullptr, nullptr, false));
-    EXPECT_EQ(error, "Could not delete the data because the object has been deleted by someone else");
+    EXPECT_EQ(error, "Could not delete the data because Failed: Remove");
+    EXPECT_EQ(db->Ids().size(), 1u);
+    set->Faults().Heal("Remove");
+    // Another program deleted it first: the delete is done all the same.
+    error.Empty();
+    ASSERT_EQ(theirs->Remove(static_cast<IPOObject*>(Theirs("Adams"))), S_OK);
+    EXPECT_TRUE(cursor.Delete(error, nullptr, nullptr, false));
+    EXPECT_TRUE(error.IsEmpty());
 }
 
 TEST_F(POCursor, RevertPutsTheBackupBack) {

@@ -18,7 +18,8 @@
 //     focusIterator a clone of it for the focus row, taken on focus moves.
 //   - focusObject is the focus row's object while linked (events advised
 //     with propertyCookie); backupObject its clone from before the first
-//     edit, empty when there was none to take.
+//     edit since the focus came or the object was last saved or reset,
+//     empty when there was none to take.
 //   - properties, types, columnDefs and columns are parallel, one entry per
 //     property column; indexOfName maps each name to its position.
 //     columnDefs and columns are owned; sortColumns point into columnDefs.
@@ -158,6 +159,9 @@ private:
     ATL::CComPtr<IUnknown> Create();
     void ReleaseFocusObject();
     void AdviseFocusObject();
+    // The buffer's requery forgets the focus row's edits: the focus object,
+    // when dirty, takes its stored values again.
+    void DropEdits();
     oxioStatus::Status StatusOf(HRESULT hr);
     // The current iterator's object, or empty.
     ATL::CComPtr<IUnknown> CurrentObject();
