@@ -28,7 +28,7 @@ int Console::Run() {
     const std::string changed = screen_.FirstChangedBuffer();
     if (!changed.empty()) std::printf("note: the changes of the focus row in %s were not saved\n", changed.c_str());
     if (met_ + failures_ > 0) std::printf("expectations: %d met, %d failed\n", met_, failures_);
-    return failures_ > 0 ? 1 : 0;
+    return failures_ + presenter_.Unanswered() > 0 ? 1 : 0;
 }
 
 bool Console::Execute(const std::string& line) {

@@ -34,7 +34,8 @@ public:
     Console(SalesScreen& screen, LineInput& input, TerminalPresenter& presenter, Setting setting);
 
     // Runs commands until `quit` or the end of the input. Answers the
-    // program's exit status: 0, or 1 when an expectation failed.
+    // program's exit status: 0, or 1 when an expectation failed or a
+    // question of the library went unanswered.
     int Run();
 
     // One command line; false when it asks to stop.

@@ -60,20 +60,20 @@ void Console::Find(const Args& args) {
     const short col = Column(args[0]);
     if (col < 0) return;
     oxdmBufferedFileDataSource& buffer = screen_.Current();
-    const CString value(args[1].c_str());
-    if (!screen_.SavePending()) {
-        Done("stayed");
-        return;
-    }
     // The columns before this one in the buffer's order come from the
-    // focus row: in orders, the customer's number.
+    // focus row: in orders, the customer's number. Only find values are
+    // set before the checks, so a refused find changes no row.
     buffer.CopyKeyColumnsToFindValues();
-    if (!buffer.SetFindValue(col, value)) {
+    if (!buffer.SetFindValue(col, CString(args[1].c_str()))) {
         Fail("'" + args[1] + "' is not a value of " + args[0]);
         return;
     }
     if (!buffer.CanDoFastFind(col)) {
         Fail(args[0] + " does not order " + buffer.NodeLabel().str() + "; find by a column of its key, or use prefix");
+        return;
+    }
+    if (!screen_.SavePending()) {
+        Done("stayed");
         return;
     }
     Done(buffer.FindGE() ? "found" : "not found");

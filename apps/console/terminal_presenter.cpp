@@ -90,7 +90,9 @@ int TerminalPresenter::MessageBox(const CString& text, const CString& title, uns
         std::fflush(stdout);
         std::optional<std::string> line = input_.Next();
         if (!line) {
-            std::printf("\n  (end of input: %s)\n", WordForAnswer(style, fallback));
+            ++unanswered_;
+            std::printf("\nFAILED: the input ended before the question above was answered (took %s)\n",
+                        WordForAnswer(style, fallback));
             return fallback;
         }
         if (const int answer = AnswerForWord(style, *line)) return answer;
@@ -98,8 +100,9 @@ int TerminalPresenter::MessageBox(const CString& text, const CString& title, uns
             std::printf("  please answer %s\n", ButtonWords(style).c_str());
             continue;
         }
-        std::printf("(line %d of %s answers no box: the box takes %s)\n", input_.LineNumber(), input_.Name().c_str(),
-                    WordForAnswer(style, fallback));
+        ++unanswered_;
+        std::printf("FAILED: line %d of %s answers no question; the one above took %s\n", input_.LineNumber(),
+                    input_.Name().c_str(), WordForAnswer(style, fallback));
         input_.PutBack(*line);
         return fallback;
     }

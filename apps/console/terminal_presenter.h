@@ -8,7 +8,8 @@
 //
 // A line that is no answer to the box is handled as its source allows: a
 // person is asked again; a script keeps the line for the next command and
-// the box takes its default button, so a missing answer loses no command.
+// the box takes its default button, as Enter would, so that a missing
+// answer loses no command; it is counted, and a script with one fails.
 //
 // Ownership: input_ is not owned and must outlive the presenter.
 
@@ -31,10 +32,15 @@ public:
     // Every box text shown since the last Forget, in order.
     const std::vector<std::string>& BoxTexts() const { return boxTexts_; }
     void Forget() { boxTexts_.clear(); }
+    // Questions of a script that no line answered.
+    int Unanswered() const { return unanswered_; }
 
 private:
+    // boxTexts_ holds the boxes since the last Forget; unanswered_ counts
+    // from the start.
     LineInput& input_;
     std::vector<std::string> boxTexts_;
+    int unanswered_ = 0;
 };
 
 // The answer (oxdmBox::Id*) that `word` gives to a box of `style`, or 0
