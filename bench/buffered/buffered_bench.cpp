@@ -5,22 +5,16 @@
 //   ReQuery; SetWindowScroll(ScrollBottom); SetWindowScrollPercent(0.5);
 //   100 x MoveDown(1); SetWindowScroll(ScrollDown, 30) x 100 (3,000 rows)
 //
-// Records read are counted at the engine: this program defines sqlite3_step
-// (exported, so the library's calls come here too) and counts every row a
-// statement returns. The record files are made once, straight through
-// SQLite in one transaction, and kept in a cache folder for later runs.
+// Records read are counted at the engine (engine_counter.h); the record
+// files are those of sales_file.h, kept in a cache folder for later runs.
 //
 // Usage: buffered_bench [cache folder]   (default: the temporary folder)
-
-#include <dlfcn.h>
-#include <sqlite3.h>
 
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <memory>
 #include <string>
 
 #include "oxdm/common/shell/task.h"
@@ -28,20 +22,8 @@
 #include "oxdm/datasource/buffered/buffered_data_source.h"
 #include "oxdm/query/query.h"
 #include "oxdm/query/query_node.h"
-
-namespace {
-
-long g_rows = 0;
-
-}  // namespace
-
-extern "C" int sqlite3_step(sqlite3_stmt* stmt) {
-    using Step = int (*)(sqlite3_stmt*);
-    static const Step real = reinterpret_cast<Step>(dlsym(RTLD_NEXT, "sqlite3_step"));
-    const int rc = real(stmt);
-    if (rc == SQLITE_ROW) ++g_rows;
-    return rc;
-}
+#include "engine_counter.h"
+#include "sales_file.h"
 
 namespace {
 
@@ -57,55 +39,15 @@ long ResidentKiB() {
 
 template <typename Body>
 void Measure(const char* what, Body body) {
-    const long rows = g_rows;
+    const EngineCount before = EngineCounted();
     const auto start = std::chrono::steady_clock::now();
     body();
     const double ms = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-    std::printf("  %-38s %10.3f ms %8ld read %8ld KiB\n", what, ms, g_rows - rows, ResidentKiB());
-}
-
-// The customers C0000000 ... of a record file of "ord", made once.
-std::string CustomerFile(const std::filesystem::path& dir, long customers) {
-    const std::string path = (dir / ("customers-" + std::to_string(customers) + ".ord")).string();
-    if (std::filesystem::exists(path)) return path;
-    const std::string building = path + ".new.ord";
-    std::filesystem::remove(building);
-    {
-        oxioStatus::Status status = oxioStatus::IOError;
-        CString error;
-        if (!oxioDataFile::Open(oxioFileSpec(building.c_str()), true, status, error)) {
-            std::fprintf(stderr, "%s\n", error.c_str());
-            std::exit(1);
-        }
-    }
-    sqlite3* raw = nullptr;
-    if (sqlite3_open_v2(building.c_str(), &raw, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
-        std::fprintf(stderr, "can't open %s\n", building.c_str());
-        std::exit(1);
-    }
-    sqlite3_exec(raw, "BEGIN", nullptr, nullptr, nullptr);
-    sqlite3_stmt* insert = nullptr;
-    sqlite3_prepare_v2(raw, "INSERT INTO t1(CUSTNO, NAME, CITY) VALUES(?, ?, 'Oslo')", -1, &insert, nullptr);
-    for (long c = 0; c < customers; ++c) {
-        char custno[32];
-        char name[48];
-        std::snprintf(custno, sizeof custno, "C%07ld", c);
-        std::snprintf(name, sizeof name, "Customer %s", custno);
-        sqlite3_bind_text(insert, 1, custno, -1, SQLITE_TRANSIENT);
-        sqlite3_bind_text(insert, 2, name, -1, SQLITE_TRANSIENT);
-        sqlite3_step(insert);
-        sqlite3_reset(insert);
-    }
-    sqlite3_finalize(insert);
-    sqlite3_exec(raw, "COMMIT", nullptr, nullptr, nullptr);
-    sqlite3_exec(raw, "PRAGMA wal_checkpoint(TRUNCATE)", nullptr, nullptr, nullptr);
-    sqlite3_close(raw);
-    std::filesystem::rename(building, path);
-    return path;
+    std::printf("  %-38s %10.3f ms %8ld read %8ld KiB\n", what, ms, (EngineCounted() - before).rowsRead, ResidentKiB());
 }
 
 void Run(const std::filesystem::path& dir, long customers) {
-    const std::string path = CustomerFile(dir, customers);
+    const std::string path = SalesFile(dir, customers);
     std::printf("%ld customers, window of 30 (resident at start %ld KiB)\n", customers, ResidentKiB());
     oxTask task(1, "Bench");
     oxdmQuery query("bench");

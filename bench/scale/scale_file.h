@@ -1,0 +1,18 @@
+#pragma once
+// The record file of the scale benchmark: `rows` customers of the dictionary
+// "cus" (cus.toml), customer n numbered "C" and seven digits, named
+// "Customer " and seven other digits (a permutation of the numbers, so that
+// name order and number order differ). Made once, straight through SQLite in
+// one transaction in the store's own schema (the record layer's inserts are
+// too slow for a million records), and kept in the cache folder.
+
+#include <filesystem>
+#include <string>
+
+// The path of the file in `dir`, made if missing. Ends the program with a
+// message when it cannot be made.
+std::string ScaleFile(const std::filesystem::path& dir, long rows);
+
+// The name of a customer that sorts after `fraction` of all names and is
+// held by none: the screens' find looks for it and lands on the next one.
+std::string NameAt(double fraction);

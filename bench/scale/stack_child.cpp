@@ -1,0 +1,78 @@
+#include "stack_child.h"
+
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <utility>
+
+#include "scale_file.h"
+#include "screen_stack.h"
+
+namespace {
+
+using Factory = std::unique_ptr<ScreenStack> (*)();
+
+const std::vector<std::pair<std::string, Factory>>& Stacks() {
+    static const std::vector<std::pair<std::string, Factory>> stacks = {
+        {"floor", MakeFloorStack},
+        {"oxdm", MakeBufferedStack},
+#ifdef OXDM_SCALE_QT
+        {"QSqlTableModel", MakeQtTableStack},
+        {"QSqlQueryModel", MakeQtQueryStack},
+#endif
+    };
+    return stacks;
+}
+
+long ResidentKiB() {
+    std::ifstream status("/proc/self/status");
+    std::string line;
+    while (std::getline(status, line))
+        if (line.rfind("VmRSS:", 0) == 0) return std::atol(line.c_str() + 6);
+    return 0;
+}
+
+// The second cell of the top row shown: the name.
+std::string TopName(const ScreenStack& stack) {
+    if (stack.Shown().empty()) return "-";
+    const std::string& row = stack.Shown().front();
+    const size_t start = row.find('\t') + 1, end = row.find('\t', start);
+    return row.substr(start, end - start);
+}
+
+}  // namespace
+
+std::vector<std::string> StackNames() {
+    std::vector<std::string> names;
+    for (const auto& [name, factory] : Stacks()) names.push_back(name);
+    return names;
+}
+
+int RunStackSession(const std::string& stackName, const std::string& path, int run) {
+    std::unique_ptr<ScreenStack> stack;
+    for (const auto& [name, factory] : Stacks())
+        if (name == stackName) stack = factory();
+    if (!stack) {
+        std::fprintf(stderr, "no stack named %s\n", stackName.c_str());
+        return 2;
+    }
+    const long before = ResidentKiB();
+    const std::string city = "City " + std::to_string(run);
+    const std::vector<std::function<void()>> steps = {
+        [&] { stack->Open(path); },
+        [&] { stack->Last(); },
+        [&] { stack->Middle(); },
+        [&] { stack->Find(NameAt(0.6)); },
+        [&] { stack->Save(city); },
+    };
+    for (size_t i = 0; i < steps.size(); ++i) {
+        const auto start = std::chrono::steady_clock::now();
+        steps[i]();
+        const double ms = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+        std::printf("%s %.3f %s\n", kOperations[i].c_str(), ms, TopName(*stack).c_str());
+    }
+    std::printf("rss_before_open %ld\n", before);
+    return 0;
+}
