@@ -1,0 +1,121 @@
+#pragma once
+// The audit trail over buffers of the sample customers (see
+// buffer_fixture.h): the audit settings in a scratch preferences file, the
+// report in a scratch print folder, and readers of both the report's pages
+// and the log's entries.
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "buffer_fixture.h"
+#include "oxdm/audit/audit.h"
+#include "oxdm/common/auditlog/audit_log.h"
+#include "oxdm/common/shell/box_styles.h"
+#include "oxdm/common/shell/global_data.h"
+#include "oxdm/common/shell/preferences.h"
+
+class AuditTest : public BufferTest {
+protected:
+    void SetUp() override {
+        BufferTest::SetUp();
+        ::setenv("XDG_CONFIG_HOME", (Scratch() / "config").c_str(), 1);
+        xpref_reload();
+        std::filesystem::create_directories(PrintDir());
+        ::setenv("OXDM_PRINT_DIR", PrintDir().c_str(), 1);
+    }
+    void TearDown() override {
+        audit_ = oxdmAudit();
+        BufferTest::TearDown();
+        xpref_reload();
+    }
+
+    std::filesystem::path PrintDir() const { return Scratch() / "print"; }
+
+    // The two preferences, as the operator sets them (2 is on).
+    static void Settings(bool audit, bool print) {
+        ASSERT_EQ(xpref_put_value(2, "General", "Audit Trail", audit ? 2 : 0), 0);
+        ASSERT_EQ(xpref_put_value(2, "General", "Print Audit Trail", print ? 2 : 0), 0);
+    }
+
+    // Audits the buffer `Open` made; a print box, if any, is answered with
+    // `answer` (0: its default button, OK). Answers what Prompt answered.
+    bool StartAudit(int answer = 0, oxdmAuditImpl* impl = nullptr) {
+        audit_ = impl ? oxdmAudit(impl) : oxdmAudit(&task_);
+        if (answer != 0) oxdmDefaultPresenter().QueueAnswer(answer);
+        const bool answered = audit_.Prompt(query_.get());
+        audit_.Observe(buffer_.get());
+        return answered;
+    }
+    // Ends the audit, which ends its report.
+    void EndAudit() { audit_ = oxdmAudit(); }
+
+    // Sets a column of the focus row.
+    void Edit(const char* column, const char* text) {
+        ASSERT_TRUE(buffer_->ObserverSetNewValue(buffer_->IndexForColumn(column), text, 0, true)) << column;
+    }
+    void Save() { ASSERT_TRUE(buffer_->ValidateRow(0, true)); }
+
+    // The report's text files in the print folder.
+    std::vector<std::filesystem::path> Reports() const {
+        std::vector<std::filesystem::path> found;
+        for (const auto& entry : std::filesystem::directory_iterator(PrintDir()))
+            if (entry.path().extension() == ".txt") found.push_back(entry.path());
+        return found;
+    }
+    // The pages of the one report, each a list of lines.
+    std::vector<std::vector<std::string>> Pages() const {
+        const std::vector<std::filesystem::path> reports = Reports();
+        EXPECT_EQ(reports.size(), 1u);
+        if (reports.size() != 1) return {};
+        std::stringstream text;
+        text << std::ifstream(reports[0]).rdbuf();
+        std::vector<std::vector<std::string>> pages(1);
+        std::string line;
+        for (char ch : text.str()) {
+            if (ch == '\f') {
+                pages.emplace_back();
+            } else if (ch == '\n') {
+                pages.back().push_back(line);
+                line.clear();
+            } else {
+                line += ch;
+            }
+        }
+        return pages;
+    }
+    // The lines of a page below its titles, blank line and two headings.
+    static std::vector<std::string> Body(const std::vector<std::string>& page) {
+        constexpr size_t kHeadLines = 5;
+        return page.size() > kHeadLines ? std::vector<std::string>(page.begin() + kHeadLines, page.end())
+                                        : std::vector<std::string>();
+    }
+    // A report line from its parts: each text at its column.
+    static std::string Line(const std::vector<std::pair<size_t, std::string>>& parts) {
+        std::string line;
+        for (const auto& [column, text] : parts) {
+            if (line.size() < column) line.resize(column, ' ');
+            line.replace(column, text.size(), text);
+        }
+        return line;
+    }
+
+    std::vector<oxAuditLogEntry> Log(const oxAuditLogFilter& filter = {}) const {
+        std::vector<oxAuditLogEntry> entries;
+        CString error;
+        EXPECT_TRUE(oxReadAuditLog(Path().c_str(), filter, entries, error)) << error;
+        return entries;
+    }
+    // The log's entries as "label key column:old>new", one per entry.
+    std::vector<std::string> LogLines() const {
+        std::vector<std::string> lines;
+        for (const oxAuditLogEntry& e : Log())
+            lines.push_back((e.label + " " + e.recordKey + " " + e.column + ":" + e.oldValue + ">" + e.newValue).str());
+        return lines;
+    }
+
+    oxdmAudit audit_;
+};
