@@ -75,6 +75,7 @@ bool oxdmBufFileFocusRowMgr::MoveCursorToFocus() const { return buffer_->MoveCur
 void oxdmBufFileFocusRowMgr::Refetch() { buffer_->RefetchRow(); }
 void oxdmBufFileFocusRowMgr::RefetchVisibleRows(bool children) { buffer_->RefetchVisibleRows(0, true, children); }
 oxioCursor* oxdmBufFileFocusRowMgr::DataCursor() { return buffer_->Cursor()->DataCursor(); }
+bool oxdmBufFileFocusRowMgr::ReserveKey() { return buffer_->ReserveKey(); }
 void oxdmBufFileFocusRowMgr::ClearFocusRowStateStack() { buffer_->ClearFocusRowStateStack(); }
 void oxdmBufFileFocusRowMgr::PopFocusRowState() { buffer_->PopFocusRowState(); }
 void oxdmBufFileFocusRowMgr::PushFocusRowState() { buffer_->PushFocusRowState(); }

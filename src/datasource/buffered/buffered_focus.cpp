@@ -118,8 +118,13 @@ void oxdmBufferedFileDataSourceImpl::_MoveToNewRow(SyncChildrenOpt opt) {
 }
 
 void oxdmBufferedFileDataSourceImpl::_ClearFocus(SyncChildrenOpt opt) {
-    // Keys are reserved only by saving, which drops them itself.
-    reservedKey_.reset();
+    // A stub written to hold a key goes with the new row it served; when it
+    // has gone already there is nothing left to tell.
+    if (reservedKey_) {
+        CString error;
+        UnreserveKey(error);
+        reservedKey_.reset();
+    }
     hasFocus_ = false;
     onNewRow_ = false;
     rowChanged_ = false;
@@ -454,8 +459,15 @@ void oxdmBufferedFileDataSourceImpl::DoAutoLookup(short col) {
     }
     CopyRowToCursor();
     cursorNode_->DoAutoLookup(dataSource_, col, nodes);
-    for (size_t c = 0; c < columns_.size(); ++c) columns_[c]->CopyValue(columns_[c]->Value(false), *newValues_[c]);
+    // The looked-up columns now stand in the row.
+    CopyCursorIntoNew();
     SendRowChanged(FocusRow());
+}
+
+void oxdmBufferedFileDataSourceImpl::CopyCursorIntoNew() {
+    for (size_t col = 0; col < columns_.size(); ++col) {
+        columns_[col]->CopyValue(columns_[col]->Value(false), *newValues_[col]);
+    }
 }
 
 void oxdmBufferedFileDataSourceImpl::RefreshColumn(short col) {

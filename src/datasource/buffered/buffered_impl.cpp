@@ -19,6 +19,7 @@
 #include "oxdm/query/query.h"
 #include "oxdm/query/query_node.h"
 #include "oxdm/record/file_manager.h"
+#include "oxdm/record/table_def.h"
 
 // One pushed focus row state: the changed flags, clones of the new values
 // (owned) and the row's changed flag.
@@ -273,7 +274,10 @@ oxdmBufferedFileDataSource* oxdmBufferedFileDataSourceImpl::BufferForNode(const 
 oxdmBufferedFileDataSource* oxdmBufferedFileDataSourceImpl::_BufferForNode(const oxdmQueryNode* target,
                                                                            const oxdmQueryNode* current,
                                                                            oxdmBufferedFileDataSource* buffer) const {
-    if (current == target) return buffer;
+    // Tables are compared by name, so that a node of another query over the
+    // same tables finds its buffer here too.
+    if (current->Table()->Name() == target->Table()->Name()) return buffer;
+    // One-to-one children share the rows of their parent's buffer.
     for (const oxdmQueryNode* child : current->OneToOnes()) {
         if (auto* found = _BufferForNode(target, child, buffer)) return found;
     }

@@ -35,9 +35,7 @@ void oxdmBufferedFileDataSourceImpl::CopyValues(const Values& from, Values& to) 
 }
 
 void oxdmBufferedFileDataSourceImpl::TakeCursorAsSaved() {
-    for (size_t col = 0; col < columns_.size(); ++col) {
-        columns_[col]->CopyValue(columns_[col]->Value(false), *newValues_[col]);
-    }
+    CopyCursorIntoNew();
     CopyValues(savedValues_, oldValues_);
     CopyValues(newValues_, savedValues_);
 }

@@ -58,8 +58,8 @@ public:
     void Refetch() override;
     void RefetchVisibleRows(bool children) override;
     oxioCursor* DataCursor() override;
-    // Reserving keys comes with saving rows, which is not built yet: false.
-    bool ReserveKey() override { return false; }
+    // The buffer's ReserveKey: the new row goes on file early.
+    bool ReserveKey() override;
     void ClearFocusRowStateStack() override;
     void PopFocusRowState() override;
     void PushFocusRowState() override;

@@ -360,6 +360,8 @@ private:
     // The new values into the cursor's columns when any is changed; throws
     // oxdmException when a column refuses its value.
     void StoreNewValues();
+    // The cursor's columns into the new set.
+    void CopyCursorIntoNew();
     // The cursor into the new set, saved into old, new into saved.
     void TakeCursorAsSaved();
     void CopyValues(const Values& from, Values& to) const;
