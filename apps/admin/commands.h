@@ -18,6 +18,7 @@ int UpgradeCommand(const Words& args, std::ostream& out, std::ostream& err);
 int LoadCommand(const Words& args, std::ostream& out, std::ostream& err);
 int DumpCommand(const Words& args, std::ostream& out, std::ostream& err);
 int GenerateCommand(const Words& args, std::ostream& out, std::ostream& err);
+int AuditCommand(const Words& args, std::ostream& out, std::ostream& err);
 
 // The whole command line without the program's name: finds the subcommand
 // and runs it; wrong usage prints the usage text to `err`.

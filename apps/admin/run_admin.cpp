@@ -29,6 +29,11 @@ const char kUsage[] =
     "      Write the sample customers, orders and lines of the ord dictionary\n"
     "      (10000, 50000 and 200000 by default) into empty tables, creating the\n"
     "      file when it does not exist.\n"
+    "  audit <record file> [--table T] [--key K] [--from TIME] [--to TIME]\n"
+    "      Print the file's audit log as a table, oldest entry first; only the\n"
+    "      entries of a table (number or description), of a record key, from or\n"
+    "      to a time (yyyy-mm-dd, yyyy-mm-dd hh:mm or yyyy-mm-dd hh:mm:ss; a date\n"
+    "      alone as --to runs to the end of that day).\n"
     "\n"
     "Dictionaries are found on OXDM_DICT_PATH, a colon-separated list of\n"
     "directories (the current directory when unset).\n"
@@ -42,6 +47,7 @@ struct Command {
 const Command kCommands[] = {
     {"check", CheckCommand}, {"create", CreateCommand}, {"upgrade", UpgradeCommand},
     {"load", LoadCommand},   {"dump", DumpCommand},     {"generate", GenerateCommand},
+    {"audit", AuditCommand},
 };
 
 }  // namespace
