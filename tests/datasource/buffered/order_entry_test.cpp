@@ -55,9 +55,10 @@ protected:
         return Sql(std::string("SELECT CAST(TOTAL AS INTEGER) FROM t2 WHERE ORDNO = '") + order + "'");
     }
 
-    // Sets the total of an order from a process of its own, run by another
-    // operator, with the store's conflict check; true when it wrote.
-    bool SetTotalElsewhere(const char* order, const char* total) const {
+    // From a process of its own, run by another operator: sets the total of
+    // an order with the store's conflict check, or deletes the order when
+    // `total` is null. True when it did.
+    bool ChangeOrderElsewhere(const char* order, const char* total) const {
         const pid_t pid = fork();
         if (pid == 0) {
             ::setenv("OXDM_OPERATOR", "other", 1);
@@ -70,6 +71,7 @@ protected:
             cursor.AttachColumn("ORDNO", *key);
             cursor.AttachColumn("TOTAL", *value);
             if (cursor.FetchEQ(false) != oxioStatus::Success) _exit(1);
+            if (total == nullptr) _exit(cursor.Delete() == oxioStatus::Success ? 0 : 2);
             value->SetVal(CString(total), nullptr);
             _exit(cursor.Update(nullptr, oxioCursor::CheckConflict) == oxioStatus::Success ? 0 : 2);
         }
@@ -246,7 +248,7 @@ TEST_F(OrderEntryTest, ConflictWithASecondProcess) {
         SCOPED_TRACE(c.answer);
         std::unique_ptr<oxdmDataManager> manager = OpenScreen();
         Type(*orders_, "TOTAL", "11");
-        ASSERT_TRUE(SetTotalElsewhere("O1", "99"));
+        ASSERT_TRUE(ChangeOrderElsewhere("O1", "99"));
         oxdmDefaultPresenter().Clear();
         oxdmDefaultPresenter().QueueAnswer(c.answer);
         EXPECT_EQ(manager->ReadNext(nullptr), 1);
@@ -257,8 +259,42 @@ TEST_F(OrderEntryTest, ConflictWithASecondProcess) {
         ExpectFile(kSeeded);
         EXPECT_EQ(Sql("SELECT OPERID FROM t2 WHERE ORDNO = 'O1'"), c.answer == oxdmBox::IdYes ? "other" : "tester");
         manager.reset();
-        ASSERT_TRUE(SetTotalElsewhere("O1", "0"));
+        ASSERT_TRUE(ChangeOrderElsewhere("O1", "0"));
     }
+}
+
+// Another program deletes the order being edited. Declined, the order
+// leaves the grid, the focus goes to the row that follows (here the new
+// row) and the screen stays; accepted, it is written again, once, and the
+// screen moves on.
+TEST_F(OrderEntryTest, OrderDeletedByASecondProcess) {
+    struct Case {
+        int answer;
+        const char* grid;
+        const char* customer;
+        FileState file;
+    };
+    const Case cases[] = {
+        {oxdmBox::IdCancel, "O1 *", "C0001", {kSeeded.customers, "O1/C0001 O3/C0002", kSeeded.lines}},
+        {oxdmBox::IdOK, "O3 *", "C0002", kSeeded},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.answer);
+        std::unique_ptr<oxdmDataManager> manager = OpenScreen();
+        orders_->SetFocus(1, 0, true);
+        Type(*orders_, "TOTAL", "11");
+        ASSERT_TRUE(ChangeOrderElsewhere("O2", nullptr));
+        oxdmDefaultPresenter().Clear();
+        oxdmDefaultPresenter().QueueAnswer(c.answer);
+        EXPECT_EQ(manager->ReadNext(nullptr), 1);
+        EXPECT_EQ(Boxes().size(), 1u);
+        EXPECT_EQ(Get(*customers_, "CUSTNO"), c.customer);
+        EXPECT_EQ(Rows(*orders_, "ORDNO"), c.grid);
+        ExpectFile(c.file);
+        manager.reset();
+        if (c.answer == oxdmBox::IdCancel) Insert(2, {{"ORDNO", "O2"}, {"CUSTNO", "C0001"}});
+    }
+    EXPECT_EQ(Total("O2"), "11") << "the accepted rewrite keeps the user's edit";
 }
 
 // Deleting a customer takes its orders and their lines, and nothing else;

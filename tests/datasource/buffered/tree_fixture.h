@@ -85,6 +85,17 @@ protected:
         ASSERT_TRUE(buffer.ObserverSetNewValue(Field(buffer, field), text, 0, true)) << field;
     }
 
+    // The window of a buffer: the column's text of each row, "*" for the new row.
+    static std::string Rows(oxdmBufferedFileDataSource& buffer, const char* column) {
+        std::string text;
+        const short col = Field(buffer, column);
+        for (short row = 0; row < buffer.NumWindowDataRows(); ++row) {
+            if (!text.empty()) text += ' ';
+            text += buffer.IsNewRow(row) ? std::string("*") : buffer.CellValueAsString(row, col).str();
+        }
+        return text;
+    }
+
     // The rows a query over the record file answers: columns joined by '/',
     // rows by ' '. Read with SQLite itself through a connection of its own.
     std::string Sql(const std::string& query) const {

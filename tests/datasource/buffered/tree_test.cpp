@@ -25,16 +25,6 @@ protected:
         ASSERT_EQ(orders->OneToOnes().size(), 1u);
         ASSERT_EQ(orders->OneToManys().size(), 1u);
     }
-    // The window of a buffer: the column's text of each row, "*" for the new row.
-    static std::string Rows(oxdmBufferedFileDataSource& buffer, const char* column) {
-        std::string text;
-        const short col = Field(buffer, column);
-        for (short row = 0; row < buffer.NumWindowDataRows(); ++row) {
-            if (!text.empty()) text += ' ';
-            text += buffer.IsNewRow(row) ? std::string("*") : buffer.CellValueAsString(row, col).str();
-        }
-        return text;
-    }
     // The customer tree opened with windows of five rows at every level.
     oxdmBufferedFileDataSource& OpenCustomerTree(int rootRights = kAllRights) {
         BuildCustomerTree();
