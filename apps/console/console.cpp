@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "buffer_columns.h"
+#include "console_audit.h"
 #include "console_commands.h"
 #include "line_input.h"
 #include "oxdm/base/exception.h"
@@ -114,13 +115,24 @@ void Console::Buffer(const Args& args) {
 
 void Console::Show(const Args&) { Done("shown"); }
 
+void Console::Audit(const Args&) {
+    std::vector<std::string> lines;
+    std::string error;
+    if (!ReadAuditLines(screen_.RecordPath(), lines, error)) {
+        Fail(error);
+        return;
+    }
+    for (const std::string& line : lines) std::printf("  %s\n", line.c_str());
+    Done(std::to_string(lines.size()) + " entries");
+}
+
 void Console::Spawn(const Args& args) {
     std::filesystem::path script(args.back());
     if (script.is_relative()) script = std::filesystem::path(setting_.scriptDir) / script;
     std::fflush(stdout);
     std::string error;
     const int code = RunChildConsole({"--data", setting_.dataDir, "--window", std::to_string(setting_.windowRows),
-                                      "--script", script.string()},
+                                      "--script", script.string(), "--no-report"},
                                      error);
     if (code < 0) {
         Fail(error);

@@ -62,6 +62,7 @@ private:
     void Prefix(const Args&);
     void Buffer(const Args&);
     void Show(const Args&);
+    void Audit(const Args&);
     void Set(const Args&);
     void Save(const Args&);
     void Revert(const Args&);

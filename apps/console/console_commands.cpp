@@ -29,6 +29,8 @@ const std::vector<ConsoleCommand>& Console::Commands() {
         {"append", "", 0, C::NoRest, "append", "go to the new row at the end", true, &Console::Append},
         {"reserve", "", 0, C::NoRest, "reserve", "put the new row's key on file now, so that rows under it can be saved",
          true, &Console::Reserve},
+        {"audit", "", 0, C::NoRest, "audit", "show the record file's audit log, oldest entry first", false,
+         &Console::Audit},
         {"spawn", "", 0, C::RestRequired, "spawn SCRIPT",
          "run another oxdm-console on the same file with SCRIPT and wait for it", false, &Console::Spawn},
         {"expect", "", 1, C::RestOptional, "expect WHAT [VALUE]", "check the last command (see 'help expect')", false,

@@ -6,6 +6,7 @@
 
 #include "buffer_columns.h"
 #include "console.h"
+#include "console_audit.h"
 #include "console_commands.h"
 #include "line_input.h"
 #include "oxdm/datasource/buffered/buffered_data_source.h"
@@ -28,7 +29,8 @@ const char* ExpectHelp() {
            "  expect rows N              the window of the buffer shows N rows\n"
            "  expect new yes|no          the focus is on the new row\n"
            "  expect changed yes|no      the focus row has unsaved changes\n"
-           "  expect buffer NAME         NAME is the buffer worked in\n";
+           "  expect buffer NAME         NAME is the buffer worked in\n"
+           "  expect audit TEXT          an entry of the audit log holds TEXT (as the audit command shows it)\n";
 }
 
 void Console::Expect(const Args& args) {
@@ -67,6 +69,14 @@ void Console::Expect(const Args& args) {
     } else if (what == "changed") {
         seen = YesNo(buffer.IsRowChanged());
         met = seen == wanted;
+    } else if (what == "audit") {
+        std::vector<std::string> lines;
+        if (!ReadAuditLines(screen_.RecordPath(), lines, seen)) {
+            seen = "an unreadable log: " + seen;
+        } else {
+            seen = std::to_string(lines.size()) + " entries" + (lines.empty() ? "" : ", the last " + lines.back());
+            for (const std::string& line : lines) met = met || (!wanted.empty() && line.find(wanted) != std::string::npos);
+        }
     } else if (what == "buffer") {
         seen = buffer.NodeLabel().str();
         met = seen == wanted;

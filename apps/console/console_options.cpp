@@ -23,11 +23,15 @@ bool ParseConsoleOptions(const std::vector<std::string>& args, ConsoleOptions& o
             options.fresh = true;
             continue;
         }
+        if (arg == "--no-report") {
+            options.noReport = true;
+            continue;
+        }
         if (arg == "--help" || arg == "-h") {
             options.help = true;
             continue;
         }
-        if (arg != "--data" && arg != "--window" && arg != "--script") {
+        if (arg != "--data" && arg != "--window" && arg != "--script" && arg != "--report") {
             error = "unknown option '" + arg + "' (argument " + std::to_string(i + 1) + "); try --help";
             return false;
         }
@@ -40,11 +44,17 @@ bool ParseConsoleOptions(const std::vector<std::string>& args, ConsoleOptions& o
             options.dataDir = value;
         } else if (arg == "--script") {
             options.scriptPath = value;
+        } else if (arg == "--report") {
+            options.reportPath = value;
         } else if (!ParseRows(value, options.windowRows)) {
             error = "option --window wants a number of rows from 2 to " + std::to_string(kMaxWindowRows) + ", not '" +
                     value + "' (argument " + std::to_string(i + 1) + ")";
             return false;
         }
+    }
+    if (options.noReport && !options.reportPath.empty()) {
+        error = "options --report and --no-report exclude each other";
+        return false;
     }
     return true;
 }
@@ -55,6 +65,8 @@ const char* ConsoleUsage() {
            "  --fresh         write the sample anew, dropping what the file held\n"
            "  --window ROWS   rows in the window of each buffer (2 to 200, default 8)\n"
            "  --script FILE   read commands from FILE, echoing each, instead of standard input\n"
+           "  --report PATH   write the audit report to PATH.pdf and PATH.txt (default DIR/audit-report)\n"
+           "  --no-report     write no audit report; the record file's audit log is kept all the same\n"
            "  --help          this text\n"
            "Type 'help' at the prompt for the commands.\n";
 }

@@ -2,6 +2,7 @@
 // The command line of oxdm-console.
 //
 //     oxdm-console [--data DIR] [--fresh] [--window ROWS] [--script FILE]
+//                  [--report PATH | --no-report]
 
 #include <string>
 #include <vector>
@@ -11,6 +12,8 @@ struct ConsoleOptions {
     bool fresh = false;      // write the sample anew even when it exists
     short windowRows = 8;    // rows in the window of every buffer
     std::string scriptPath;  // empty: commands from standard input
+    std::string reportPath;  // the audit report, without extension; empty: <dataDir>/audit-report
+    bool noReport = false;   // audit to the log alone
     bool help = false;
 };
 

@@ -34,7 +34,10 @@ int RunOn(std::istream& in, const std::string& name, bool script, const ConsoleO
     oxdmSetPresenter(&presenter);
     int status = kExitUsage;
     try {
-        SalesScreen screen(path, options.windowRows);
+        const std::string report =
+            options.noReport ? std::string()
+                             : !options.reportPath.empty() ? options.reportPath : options.dataDir + "/audit-report";
+        SalesScreen screen(path, options.windowRows, report);
         Console::Setting setting{options.dataDir, options.windowRows,
                                  script ? std::filesystem::path(name).parent_path().string() : std::string()};
         status = Console(screen, input, presenter, setting).Run();
@@ -62,6 +65,9 @@ int main(int argc, char** argv) {
     // The sample dictionary is found on OXDM_DICT_PATH; by default, in the
     // source tree's examples/.
     setenv("OXDM_DICT_PATH", OXDM_EXAMPLES_DIR, 0);
+    // The console keeps its settings (auditing on, printed) beside its
+    // data, never in the operator's own preferences.
+    setenv("XDG_CONFIG_HOME", (std::filesystem::path(options.dataDir) / "config").c_str(), 1);
     oxApp app("OX");
     OXSetApp(&app);
     int status = kExitUsage;

@@ -17,7 +17,8 @@ void ListTree(oxdmBufferedFileDataSource* buffer, std::vector<oxdmBufferedFileDa
 
 }  // namespace
 
-SalesScreen::SalesScreen(const std::string& path, short windowRows) : query_(std::make_unique<oxdmQuery>("sales")) {
+SalesScreen::SalesScreen(const std::string& path, short windowRows, const std::string& reportPath)
+    : path_(path), query_(std::make_unique<oxdmQuery>("sales")) {
     const oxioFileSpec spec(path.c_str());
     oxdmQueryNode* customers = query_->SetRoot(spec, 1, 0, "cust", kRights);
     customers->AddColumns("CUSTNO,NAME,CITY,STATUS,BALANCE");
@@ -39,6 +40,7 @@ SalesScreen::SalesScreen(const std::string& path, short windowRows) : query_(std
         buffer->SetWindowSize(windowRows);
         watches_.push_back(std::make_unique<BufferWatch>(*buffer));
     }
+    audit_ = std::make_unique<ConsoleAudit>(task_, *query_, *manager_->RootBuffer(), reportPath);
     manager_->RootBuffer()->ReQuery();
 }
 

@@ -5,17 +5,20 @@
 // the customers and whose child buffers are the orders and the lines, and
 // the buffer that the operator is working in.
 //
+// The screen's audit trail observes the whole tree from the first moment.
+//
 // Invariants: buffers_ lists the root buffer first, then its descendants
 // depth first; current_ indexes buffers_; watches_[i] observes buffers_[i].
 // Ownership: the manager owns the buffer tree; query_ outlives the manager
 // (it is declared first, so it is destroyed last); the buffers listed are
-// the manager's.
+// the manager's; the audit and the watches go before the manager.
 
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "buffer_watch.h"
+#include "console_audit.h"
 #include "oxdm/common/shell/task.h"
 #include "oxdm/datasource/buffered/data_manager.h"
 #include "oxdm/query/query.h"
@@ -23,13 +26,15 @@
 class SalesScreen {
 public:
     // Opens the screen over the record file at `path`, each buffer with a
-    // window of `windowRows`, and fills the customers' window.
+    // window of `windowRows`, starts the audit trail (with a printed report
+    // at `reportPath` unless it is empty) and fills the customers' window.
     // Throws oxdmException when the file can't be opened.
-    SalesScreen(const std::string& path, short windowRows);
+    SalesScreen(const std::string& path, short windowRows, const std::string& reportPath);
     SalesScreen(const SalesScreen&) = delete;
     SalesScreen& operator=(const SalesScreen&) = delete;
 
     oxdmDataManager& Manager() { return *manager_; }
+    const std::string& RecordPath() const { return path_; }
     oxdmBufferedFileDataSource& Current() const { return *buffers_[current_]; }
     BufferWatch& CurrentWatch() const { return *watches_[current_]; }
     // What the manager's verbs take for the current buffer: null for the
@@ -52,10 +57,12 @@ public:
     std::string BufferNames() const;
 
 private:
+    const std::string path_;
     std::unique_ptr<oxdmQuery> query_;
     oxTask task_{1, "Sales"};
     std::unique_ptr<oxdmDataManager> manager_;
     std::vector<oxdmBufferedFileDataSource*> buffers_;
     std::vector<std::unique_ptr<BufferWatch>> watches_;
+    std::unique_ptr<ConsoleAudit> audit_;
     size_t current_ = 0;
 };
