@@ -50,14 +50,14 @@ protected:
         query_ = std::make_unique<oxdmQuery>("sales");
         oxdmQueryNode* customers = query_->SetRoot(Spec(), 1, 0, "cust", kAllRights | oxdmQueryNode::StyleCreateFile);
         customers->AddAllColumns(true, true, false);
-        orders_ = customers->AddChildNode(Spec(), 2, "CUSTNO=CUSTNO", 1, "orders",
-                                          kAllRights | oxdmQueryNode::StyleCascadedDelete);
-        ASSERT_NE(orders_, nullptr);
-        orders_->AddAllColumns(true, true, false);
-        lines_ = orders_->AddChildNode(Spec(), 3, "ORDNO=ORDNO", 0, "lines",
-                                       kAllRights | oxdmQueryNode::StyleCascadedDelete);
-        ASSERT_NE(lines_, nullptr);
-        lines_->AddAllColumns(true, true, false);
+        oxdmQueryNode* orders = customers->AddChildNode(Spec(), 2, "CUSTNO=CUSTNO", 1, "orders",
+                                                        kAllRights | oxdmQueryNode::StyleCascadedDelete);
+        ASSERT_NE(orders, nullptr);
+        orders->AddAllColumns(true, true, false);
+        oxdmQueryNode* lines = orders->AddChildNode(Spec(), 3, "ORDNO=ORDNO", 0, "lines",
+                                                    kAllRights | oxdmQueryNode::StyleCascadedDelete);
+        ASSERT_NE(lines, nullptr);
+        lines->AddAllColumns(true, true, false);
     }
     // The root buffer over the query made last, its window `window` rows.
     oxdmBufferedFileDataSource& OpenTree(short window) {
@@ -126,7 +126,9 @@ protected:
     // each in key order.
     std::string CustomerRecords() const { return Sql("SELECT CUSTNO || ':' || NAME FROM t1 ORDER BY CUSTNO"); }
     std::string OrderRecords() const { return Sql("SELECT ORDNO, CUSTNO FROM t2 ORDER BY ORDNO"); }
-    std::string LineRecords() const { return Sql("SELECT ORDNO, CAST(LINENO AS INTEGER) FROM t3 ORDER BY ORDNO, LINENO"); }
+    std::string LineRecords() const {
+        return Sql("SELECT ORDNO, CAST(LINENO AS INTEGER) FROM t3 ORDER BY ORDNO, LINENO");
+    }
     // Records with a blank key or without the stamps every write leaves,
     // and record locks left behind: all of these are faults.
     std::string HalfWritten() const {
@@ -135,7 +137,4 @@ protected:
                    " UNION ALL SELECT 'line ' || ORDNO FROM t3 WHERE ORDNO = '' OR OPERID = ''"
                    " UNION ALL SELECT 'lock ' || tbl FROM _oxdm_locks");
     }
-
-    oxdmQueryNode* orders_ = nullptr;
-    oxdmQueryNode* lines_ = nullptr;
 };

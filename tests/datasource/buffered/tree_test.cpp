@@ -3,6 +3,9 @@
 // callbacks and suppression spread over the tree, one-to-one rows are
 // looked up when their join column changes, and a column can be re-read.
 
+#include <functional>
+
+#include "oxdm/datasource/bookmark.h"
 #include "oxdm/datasource/buffered/role.h"
 #include "oxdm/datasource/cell_on_focus_row.h"
 #include "oxdm/datasource/focus_row_mgr.h"
@@ -56,28 +59,44 @@ private:
 
 }  // namespace
 
-// One child buffer per one-to-many node, each requeried once by a move of
-// its parent and showing only the rows of the parent's focus row.
-TEST_F(BufferTreeTest, AMoveInTheParentRequeriesEachChildOnce) {
+// One child buffer per one-to-many node, each requeried exactly once by
+// every kind of move of its parent, and showing only the rows of the
+// parent's focus row.
+TEST_F(BufferTreeTest, EachMoveOfTheParentRequeriesEachChildOnce) {
     SeedSales();
     oxdmBufferedFileDataSource& customers = OpenCustomerTree();
     EXPECT_EQ(Orders().Parent(), &customers);
     EXPECT_EQ(Lines().Root(), &customers);
-    EXPECT_EQ(Rows(Orders(), "ORDNO"), "O1 O2 *");
-    EXPECT_EQ(Rows(Lines(), "LINENO"), "1 2 *");
-
-    DSRecorder parent(customers), orders(Orders()), lines(Lines());
-    ASSERT_EQ(customers.MoveDown(1, 0, true, true), 1);
-    EXPECT_EQ(orders.Count(oxdmDataSource::DSAllChanged), 1);
-    EXPECT_EQ(lines.Count(oxdmDataSource::DSAllChanged), 1);
-    EXPECT_EQ(Rows(Orders(), "ORDNO"), "O3 *");
-    EXPECT_EQ(Rows(Lines(), "LINENO"), "1 *");
-    EXPECT_EQ(Get(Lines(), "ORDNO"), "O3");
+    const std::unique_ptr<oxdmDSBookmark> first(customers.GetBookmark(0));
+    struct Move {
+        const char* name;
+        std::function<void()> run;
+        const char* orders;
+        const char* lines;
+    };
+    const Move moves[] = {
+        {"MoveDown", [&] { customers.MoveDown(1, 0, true, true); }, "O3 *", "1 *"},
+        {"MoveUp", [&] { customers.MoveUp(1, 0, true); }, "O1 O2 *", "1 2 *"},
+        {"SetFocus", [&] { customers.SetFocus(1, 0, true); }, "O3 *", "1 *"},
+        {"GoToBookmark", [&] { customers.GoToBookmark(*first, true); }, "O1 O2 *", "1 2 *"},
+        {"MoveToBottom", [&] { customers.MoveToBottom(0, true, false); }, "*", "*"},
+        {"MoveToTop", [&] { customers.MoveToTop(0, true, true); }, "O1 O2 *", "1 2 *"},
+        {"RefetchRow", [&] { customers.RefetchRow(); }, "O1 O2 *", "1 2 *"},
+        {"ReQuery", [&] { customers.ReQuery(); }, "O1 O2 *", "1 2 *"},
+    };
+    for (const Move& move : moves) {
+        SCOPED_TRACE(move.name);
+        DSRecorder orders(Orders()), lines(Lines());
+        move.run();
+        EXPECT_EQ(orders.Count(oxdmDataSource::DSAllChanged), 1);
+        EXPECT_EQ(lines.Count(oxdmDataSource::DSAllChanged), 1);
+        EXPECT_EQ(Rows(Orders(), "ORDNO"), move.orders);
+        EXPECT_EQ(Rows(Lines(), "LINENO"), move.lines);
+    }
 
     // A move in a child leaves its parent alone and requeries its own child.
-    parent.Clear();
-    lines.Clear();
-    ASSERT_EQ(Orders().MoveDown(1, 0, true, false), 1);
+    DSRecorder parent(customers), lines(Lines());
+    ASSERT_EQ(Orders().MoveDown(2, 0, true, false), 2);
     ASSERT_TRUE(Orders().IsNewRow());
     EXPECT_EQ(parent.Count(oxdmDataSource::DSAllChanged), 0);
     EXPECT_EQ(lines.Count(oxdmDataSource::DSAllChanged), 1);
