@@ -1,5 +1,7 @@
 #include "stack_child.h"
 
+#include <unistd.h>
+
 #include <chrono>
 #include <cstdio>
 #include <fstream>
@@ -59,7 +61,8 @@ int RunStackSession(const std::string& stackName, const std::string& path, int r
         return 2;
     }
     const long before = ResidentKiB();
-    const std::string city = "City " + std::to_string(run);
+    // New in every session, so that every save changes the record.
+    const std::string city = "City " + std::to_string(run) + "-" + std::to_string(getpid());
     const std::vector<std::function<void()>> steps = {
         [&] { stack->Open(path); },
         [&] { stack->Last(); },
@@ -74,5 +77,10 @@ int RunStackSession(const std::string& stackName, const std::string& path, int r
         std::printf("%s %.3f %s\n", kOperations[i].c_str(), ms, TopName(*stack).c_str());
     }
     std::printf("rss_before_open %ld\n", before);
+    // The saved row is shown at the top again, with its new city.
+    if (stack->Shown().empty() || stack->Shown().front().find("\t" + city + "\t") == std::string::npos) {
+        std::fprintf(stderr, "%s: the saved city is not shown\n", stackName.c_str());
+        return 1;
+    }
     return 0;
 }

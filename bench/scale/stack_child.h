@@ -17,6 +17,7 @@ inline const std::vector<std::string> kOperations = {"open", "last", "middle", "
 // The stacks this build has, by name.
 std::vector<std::string> StackNames();
 
-// Runs the session of stack `stack` on the file at `path`; `run` tells the
-// city that the save writes. Answers the process's exit code.
+// Runs the session of stack `stack` on the file at `path`; the city that the
+// save writes names `run` and the process. Answers the process's exit code:
+// 0, or 1 when the saved row is not shown with its new city.
 int RunStackSession(const std::string& stack, const std::string& path, int run);
