@@ -7,7 +7,6 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -70,20 +69,12 @@ protected:
     std::vector<std::vector<std::string>> Pages() const {
         const std::vector<std::filesystem::path> reports = Reports();
         EXPECT_EQ(reports.size(), 1u);
-        if (reports.size() != 1) return {};
-        std::stringstream text;
-        text << std::ifstream(reports[0]).rdbuf();
         std::vector<std::vector<std::string>> pages(1);
-        std::string line;
-        for (char ch : text.str()) {
-            if (ch == '\f') {
+        std::ifstream in(reports.empty() ? std::filesystem::path() : reports[0]);
+        for (std::string line; std::getline(in, line);) {
+            for (size_t feed; (feed = line.find('\f')) != std::string::npos; line.erase(0, feed + 1))
                 pages.emplace_back();
-            } else if (ch == '\n') {
-                pages.back().push_back(line);
-                line.clear();
-            } else {
-                line += ch;
-            }
+            pages.back().push_back(line);
         }
         return pages;
     }

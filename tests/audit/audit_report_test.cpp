@@ -3,6 +3,7 @@
 // column lines at their columns and widths, and where a block may begin.
 
 #include <algorithm>
+#include <map>
 
 #include "audit_fixture.h"
 
@@ -59,10 +60,12 @@ TEST_F(AuditTest, TheReportShowsEachSavedAddedAndDeletedRowUnderTheHeadings) {
     EXPECT_TRUE(Has(deleted, Line({{4, "Name"}, {33, "Name 2"}})));
     EXPECT_TRUE(Has(deleted, Line({{4, "City"}, {33, "Oslo"}})));
 
-    // The log holds the same rows as the report.
+    // The log holds the same rows: a new row's old values are empty, a
+    // deleted row's new ones.
     const std::vector<std::string> log = LogLines();
-    ASSERT_FALSE(log.empty());
-    EXPECT_EQ(log[0], "Changed C0001 CITY:Oslo>Molde");
+    for (const char* line : {"Changed C0001 CITY:Oslo>Molde", "Added C0009 CUSTNO:>C0009", "Added C0009 NAME:>New",
+                             "deleted C0002 NAME:Name 2>", "deleted C0002 CITY:Oslo>"})
+        EXPECT_TRUE(Has(log, line)) << line;
 }
 
 // Answers fewer than three lines left once asked to, so that the next block
