@@ -19,6 +19,7 @@ public:
 
     void Reset() { focusMoves_ = deletes_ = saves_ = 0; }
     int FocusMoves() const { return focusMoves_; }
+    // Rows deleted: with a cascade, the child records taken too.
     int Deletes() const { return deletes_; }
     // Rows written: a new row inserted or an existing row updated.
     int Saves() const { return saves_; }

@@ -32,15 +32,15 @@ int Console::Run() {
     return failures_ + presenter_.Unanswered() > 0 ? 1 : 0;
 }
 
-bool Console::Execute(const std::string& line) {
+void Console::Execute(const std::string& line) {
     const std::string text = Trimmed(line);
-    if (text.empty() || text[0] == '#') return true;
+    if (text.empty() || text[0] == '#') return;
     const std::string name = SplitWords(text, 1)[0];
     const ConsoleCommand* command = FindCommand(name);
     if (command == nullptr) {
         StartCommand();
         Fail("unknown command '" + name + "'; type help for the commands");
-        return true;
+        return;
     }
     // An expectation checks the command before it, so it forgets nothing.
     if (command->run != &Console::Expect) StartCommand();
@@ -57,7 +57,7 @@ bool Console::Execute(const std::string& line) {
         } else {
             Fail(message);
         }
-        return true;
+        return;
     }
     try {
         (this->*command->run)(args);
@@ -70,7 +70,6 @@ bool Console::Execute(const std::string& line) {
         screen_.ScrollToFocus();
         PrintWindow();
     }
-    return !stop_;
 }
 
 void Console::StartCommand() {

@@ -38,13 +38,6 @@ public:
     // question of the library went unanswered.
     int Run();
 
-    // One command line; false when it asks to stop.
-    bool Execute(const std::string& line);
-
-    const std::string& Status() const { return status_; }
-    int Failures() const { return failures_; }
-    int Met() const { return met_; }
-
 private:
     // Every command, in the order help lists them (console_commands.cpp).
     static const std::vector<ConsoleCommand>& Commands();
@@ -74,6 +67,8 @@ private:
     void Help(const Args&);
     void Quit(const Args&);
 
+    // Runs one line: a command, a check, a comment or nothing.
+    void Execute(const std::string& line);
     // Forgets how the last command went, before the next one runs.
     void StartCommand();
     // Ends a command that went as the screen allowed with `status`.

@@ -40,7 +40,6 @@ public:
     // What the manager's verbs take for the current buffer: null for the
     // root, else the buffer's focus row manager.
     oxdmDSFocusRowMgr* CurrentRowMgr() const;
-    const std::vector<oxdmBufferedFileDataSource*>& Buffers() const { return buffers_; }
 
     // Makes the buffer labelled `name` current; false when there is none.
     bool Switch(const std::string& name);
