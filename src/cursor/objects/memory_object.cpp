@@ -4,20 +4,20 @@
 
 #include "memory_errors.h"
 #include "oxdm/cursor/objects/fault_plan.h"
-#include "oxdm/cursor/objects/memory_database.h"
+#include "oxdm/cursor/objects/object_storage.h"
 #include "oxdm/cursor/objects/memory_set.h"
 
-oxPOMemoryObject::oxPOMemoryObject(oxPOMemorySet* set, std::shared_ptr<oxPOMemoryDatabase> database,
+oxPOMemoryObject::oxPOMemoryObject(oxPOMemorySet* set, std::shared_ptr<oxPOObjectStorage> database,
                                    std::shared_ptr<oxPOFaultPlan> plan)
     : set_(set), database_(std::move(database)), plan_(std::move(plan)) {
     values_ = database_->Defaults();
     edited_.assign(values_.size(), false);
 }
 
-oxPOMemoryObject::oxPOMemoryObject(oxPOMemorySet* set, std::shared_ptr<oxPOMemoryDatabase> database,
+oxPOMemoryObject::oxPOMemoryObject(oxPOMemorySet* set, std::shared_ptr<oxPOObjectStorage> database,
                                    std::shared_ptr<oxPOFaultPlan> plan, long id)
     : oxPOMemoryObject(set, std::move(database), std::move(plan)) {
-    const oxPOMemoryDatabase::Record* record = database_->Find(id);
+    const oxPOObjectStorage::Record* record = database_->Find(id);
     assert(record != nullptr);
     id_ = id;
     readVersion_ = record->version;
@@ -57,7 +57,7 @@ void oxPOMemoryObject::Take(const std::vector<ATL::CComVariant>& values) {
 
 HRESULT oxPOMemoryObject::Reset() {
     if (HRESULT hr = plan_->Check("Reset")) return hr;
-    const oxPOMemoryDatabase::Record* record = id_ > 0 ? database_->Find(id_) : nullptr;
+    const oxPOObjectStorage::Record* record = id_ > 0 ? database_->Find(id_) : nullptr;
     if (record != nullptr) readVersion_ = record->version;
     Take(record != nullptr ? record->values : database_->Defaults());
     edited_.assign(values_.size(), false);
@@ -91,8 +91,11 @@ HRESULT oxPOMemoryObject::Check(IUnknown** errors) {
 
 HRESULT oxPOMemoryObject::StoreNew() {
     if (HRESULT hr = Check(nullptr); FAILED(hr)) return Fail(hr, errorText_);
-    id_ = database_->Insert(values_);
-    readVersion_ = database_->Find(id_)->version;
+    const long id = database_->Insert(values_);
+    const oxPOObjectStorage::Record* record = id > 0 ? database_->Find(id) : nullptr;
+    if (record == nullptr) return Fail(E_FAIL, "the object could not be stored");
+    id_ = id;
+    readVersion_ = record->version;
     edited_.assign(values_.size(), false);
     dirty_ = false;
     return S_OK;
@@ -105,13 +108,14 @@ HRESULT oxPOMemoryObject::Save() {
         if (SUCCEEDED(hr) && set_ != nullptr) set_->Adopt(this);
         return hr;
     }
-    const oxPOMemoryDatabase::Record* record = database_->Find(id_);
+    const oxPOObjectStorage::Record* record = database_->Find(id_);
     if (record == nullptr) return Fail(PO_E_GONE, "the object has been deleted by someone else");
     if (check_ && record->version != readVersion_)
         return Fail(PO_E_CONFLICT, "the object was changed by someone else");
     if (HRESULT hr = Check(nullptr); FAILED(hr)) return Fail(hr, errorText_);
-    database_->Write(id_, values_);
-    readVersion_ = database_->Find(id_)->version;
+    record = database_->Write(id_, values_) ? database_->Find(id_) : nullptr;
+    if (record == nullptr) return Fail(PO_E_GONE, "the object has been deleted by someone else");
+    readVersion_ = record->version;
     edited_.assign(values_.size(), false);
     dirty_ = false;
     return S_OK;
@@ -242,7 +246,7 @@ HRESULT oxPOMemoryObject::MarkNew() {
 
 HRESULT oxPOMemoryObject::Reread() {
     if (HRESULT hr = plan_->Check("Reread")) return hr;
-    const oxPOMemoryDatabase::Record* record = database_->Find(id_);
+    const oxPOObjectStorage::Record* record = database_->Find(id_);
     if (record == nullptr) return Fail(PO_E_GONE, "the object has been deleted by someone else");
     readVersion_ = record->version;
     std::vector<ATL::CComVariant> values = record->values;

@@ -8,7 +8,7 @@
 #include "memory_type_info.h"
 #include "oxdm/cursor/objects/po_collections.h"
 
-oxPOMemorySet::oxPOMemorySet(std::shared_ptr<oxPOMemoryDatabase> database, const std::vector<CString>& sort)
+oxPOMemorySet::oxPOMemorySet(std::shared_ptr<oxPOObjectStorage> database, const std::vector<CString>& sort)
     : database_(std::move(database)), plan_(std::make_shared<oxPOFaultPlan>()) {
     assert(database_ != nullptr);
     for (long id : database_->Ids()) objects_.emplace_back(new oxPOMemoryObject(this, database_, plan_, id));

@@ -8,7 +8,7 @@
 
 #include "oxdm/cursor/objects/com_object.h"
 #include "oxdm/cursor/objects/fault_plan.h"
-#include "oxdm/cursor/objects/memory_database.h"
+#include "oxdm/cursor/objects/object_storage.h"
 
 class oxPOMemoryTypeInfo : public PoComObject<IPropertyTypeInfo> {
 public:

@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "oxdm/cursor/objects/memory_database.h"
 #include "oxdm/cursor/objects/memory_set.h"
 #include "oxdm/cursor/objects/po_buffer_link.h"
 #include "oxdm/cursor/objects/type_converters.h"
@@ -20,7 +21,9 @@ inline oxPOPropertySpec Property(const char* name, int type) {
     return spec;
 }
 
-inline std::shared_ptr<oxPOMemoryDatabase> Customers() {
+// Name (text, the key, required), City (text), Balance (double, two
+// decimals, never negative), Kind (Retail or Wholesale).
+inline std::vector<oxPOPropertySpec> CustomerProperties() {
     oxPOPropertySpec name = Property("Name", POTypeText);
     name.key = true;
     name.rule = [](const ATL::CComVariant& v, CString& why) {
@@ -41,18 +44,28 @@ inline std::shared_ptr<oxPOMemoryDatabase> Customers() {
     oxPOPropertySpec kind = Property("Kind", POTypeChoice);
     kind.choices = {"Retail", "Wholesale"};
     kind.defaultValue = ATL::CComVariant(std::int32_t{1});
-    auto db = std::make_shared<oxPOMemoryDatabase>(std::vector<oxPOPropertySpec>{name, city, balance, kind});
+    return {name, city, balance, kind};
+}
+
+// Clark of Boston (balance 10), Adams of Denver (20), Baker of Austin (30),
+// all retail.
+inline void AddCustomers(oxPOObjectStorage& db) {
     const char* rows[][2] = {{"Clark", "Boston"}, {"Adams", "Denver"}, {"Baker", "Austin"}};
     double amount = 10;
     for (auto& row : rows) {
-        db->Insert({ATL::CComVariant(row[0]), ATL::CComVariant(row[1]), ATL::CComVariant(amount),
-                    ATL::CComVariant(std::int32_t{1})});
+        db.Insert({ATL::CComVariant(row[0]), ATL::CComVariant(row[1]), ATL::CComVariant(amount),
+                   ATL::CComVariant(std::int32_t{1})});
         amount += 10;
     }
+}
+
+inline std::shared_ptr<oxPOMemoryDatabase> Customers() {
+    auto db = std::make_shared<oxPOMemoryDatabase>(CustomerProperties());
+    AddCustomers(*db);
     return db;
 }
 
-inline ATL::CComPtr<oxPOMemorySet> Open(const std::shared_ptr<oxPOMemoryDatabase>& db,
+inline ATL::CComPtr<oxPOMemorySet> Open(const std::shared_ptr<oxPOObjectStorage>& db,
                                         std::vector<CString> sort = {"Name"}) {
     return ATL::CComPtr<oxPOMemorySet>(new oxPOMemorySet(db, sort));
 }

@@ -19,17 +19,17 @@
 #include "oxdm/cursor/objects/com_object.h"
 
 class oxPOFaultPlan;
-class oxPOMemoryDatabase;
+class oxPOObjectStorage;
 class oxPOMemorySet;
 
 class oxPOMemoryObject : public PoComObject<IPOObject, IPOProperties, IPOCloneable, IPOWriteControl> {
 public:
     // A new object with the defaults; `set` is the set it belongs to.
-    oxPOMemoryObject(oxPOMemorySet* set, std::shared_ptr<oxPOMemoryDatabase> database,
+    oxPOMemoryObject(oxPOMemorySet* set, std::shared_ptr<oxPOObjectStorage> database,
                      std::shared_ptr<oxPOFaultPlan> plan);
     // The stored object `id` as it is now.
     // REQUIRES: the database holds `id`.
-    oxPOMemoryObject(oxPOMemorySet* set, std::shared_ptr<oxPOMemoryDatabase> database,
+    oxPOMemoryObject(oxPOMemorySet* set, std::shared_ptr<oxPOObjectStorage> database,
                      std::shared_ptr<oxPOFaultPlan> plan, long id);
 
     // IPOObject
@@ -81,7 +81,7 @@ private:
     // per property; edited_ marks those this object changed since it was
     // read. dirty_ is true while edits are unsaved. sinks_ are counted.
     oxPOMemorySet* set_;
-    std::shared_ptr<oxPOMemoryDatabase> database_;
+    std::shared_ptr<oxPOObjectStorage> database_;
     std::shared_ptr<oxPOFaultPlan> plan_;
     long id_ = 0;
     long readVersion_ = 0;

@@ -3,8 +3,11 @@
 // bridge uses: the container with its find and percent position, sorting by
 // named properties and filtering (each with its events), type information
 // of the properties, editing of the set, restoring a clone, and making new
-// objects. Two sets opened on one oxPOMemoryDatabase are two programs that
-// share the data: what one saves, the other sees conflict with.
+// objects. The objects live in memory while the set is open and persist in
+// an oxPOObjectStorage: in memory (oxPOMemoryDatabase) or in a table of a
+// record file (oxPORecordFileStorage). Two sets opened on one storage, or
+// on two storages over one record file, are two programs that share the
+// data: what one saves, the other sees conflict with.
 //
 // Order: by the sort's properties (empty values first, then numbers, then
 // texts), ties by id, new objects (id 0) last. The filter hides objects for
@@ -23,7 +26,7 @@
 
 #include "oxdm/cursor/objects/com_object.h"
 #include "oxdm/cursor/objects/fault_plan.h"
-#include "oxdm/cursor/objects/memory_database.h"
+#include "oxdm/cursor/objects/object_storage.h"
 #include "oxdm/cursor/objects/memory_object.h"
 
 class oxPOMemorySet
@@ -35,7 +38,7 @@ public:
 
     // A set of every object stored in `database`, sorted by `sort`.
     // REQUIRES: database != nullptr; every name of `sort` is a property.
-    oxPOMemorySet(std::shared_ptr<oxPOMemoryDatabase> database, const std::vector<CString>& sort);
+    oxPOMemorySet(std::shared_ptr<oxPOObjectStorage> database, const std::vector<CString>& sort);
 
     // IPersistentObjectSet
     HRESULT Find(IPOPairCollection* params, IPersistentObject** iterator, short* found) override;
@@ -83,7 +86,7 @@ public:
     void Reload();
 
     const std::vector<CString>& Sort() const { return sort_; }
-    std::shared_ptr<oxPOMemoryDatabase> Database() const { return database_; }
+    std::shared_ptr<oxPOObjectStorage> Database() const { return database_; }
     // The failures this set and its objects show; see oxPOFaultPlan.
     oxPOFaultPlan& Faults() { return *plan_; }
 
@@ -117,7 +120,7 @@ private:
     // A counted copy of `sinks`, to notify from while they may change.
     static std::vector<ATL::CComPtr<IUnknown>> Sinks(const std::map<unsigned long, ATL::CComPtr<IUnknown>>& sinks);
 
-    std::shared_ptr<oxPOMemoryDatabase> database_;
+    std::shared_ptr<oxPOObjectStorage> database_;
     std::shared_ptr<oxPOFaultPlan> plan_;
     std::vector<CString> sort_;
     std::vector<long> sortIndexes_;  // the properties of sort_, by position
