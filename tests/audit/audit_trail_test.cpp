@@ -43,6 +43,7 @@ TEST_F(AuditTest, WithoutPrintingACellEditedTwiceIsLoggedOnceFromTheFirstOldToTh
     Save();
     EXPECT_EQ(LogLines(), std::vector<std::string>{"Changed C0001 CITY:Oslo>Molde"});
     EXPECT_EQ(Log().at(0).task, task_.ID());
+    EXPECT_TRUE(Boxes().empty()) << Boxes().at(0).text;
     EndAudit();
     EXPECT_TRUE(Reports().empty());
 }
