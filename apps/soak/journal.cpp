@@ -30,10 +30,11 @@ bool AnswerFromWord(const std::string& word, ConflictAnswer& answer) {
 
 struct Formatter {
     std::ostringstream out;
-    void operator()(const CustomerCommit& c) { out << "cust " << c.custno << ' ' << c.pred << ' ' << c.token; }
+    void operator()(const CustomerCommit& c) { out << "cust " << c.custno << ' ' << c.base << ' ' << c.pred << ' ' << c.token; }
     void operator()(const ConflictSeen& c) {
         out << "conflict " << c.custno << ' ' << c.base << ' ' << c.seen << ' ' << AnswerWord(c.answer);
     }
+    void operator()(const CustomerInUse& c) { out << "inuse " << c.custno << ' ' << c.base; }
     void operator()(const LineAdded& l) {
         out << "line+ " << l.ordno << ' ' << l.lineNo << ' ' << l.line.item << ' ' << l.line.qty << ' '
             << l.line.priceCents << ' ' << l.totalCents;
@@ -60,12 +61,16 @@ bool ParseEntry(const std::string& line, JournalEntry& entry, std::string& why) 
     bool ok = false;
     if (kind == "cust") {
         CustomerCommit c;
-        ok = static_cast<bool>(in >> c.custno >> c.pred >> c.token);
+        ok = static_cast<bool>(in >> c.custno >> c.base >> c.pred >> c.token);
         entry = c;
     } else if (kind == "conflict") {
         ConflictSeen c;
         std::string answer;
         ok = (in >> c.custno >> c.base >> c.seen >> answer) && AnswerFromWord(answer, c.answer);
+        entry = c;
+    } else if (kind == "inuse") {
+        CustomerInUse c;
+        ok = static_cast<bool>(in >> c.custno >> c.base);
         entry = c;
     } else if (kind == "line+") {
         LineAdded l;

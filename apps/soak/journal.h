@@ -4,8 +4,9 @@
 // written and flushed as it happens, and a closing line with its figures.
 // The checker reads every journal back and holds them against the file.
 //
-//   cust C0000003 Bergen p1-000007        customer written: replaced, token
+//   cust C0000003 Bergen Bergen p1-000007 customer written: read, replaced, token
 //   conflict C0000003 Bergen p2-000004 overwrite   base read, seen on file, answer
+//   inuse C0000003 Bergen                 a save refused: the record was in use
 //   line+ O000000012 5 SOAK000042 3 1299 48750     order, line, item, qty, price, new total
 //   line- O000000012 2 31200                      order, line, new total
 //   rekey O000000012 R100000001                   order renumbered, its lines deleted
@@ -18,10 +19,11 @@
 
 #include "file_image.h"
 
-// A customer update that was saved: `pred` is the token (the CITY) that the
-// write replaced on file, `token` the one it wrote.
+// A customer update that was saved: `base` is the token (the CITY) that the
+// process read, `pred` the one its write replaced on file (other than
+// `base` after a conflict answered "overwrite"), `token` the one it wrote.
 struct CustomerCommit {
-    std::string custno, pred, token;
+    std::string custno, base, pred, token;
 };
 
 // How the question of a data conflict was answered.
@@ -36,6 +38,12 @@ enum class ConflictAnswer {
 struct ConflictSeen {
     std::string custno, base, seen;
     ConflictAnswer answer = ConflictAnswer::Notice;
+};
+
+// A customer save refused because another process held the record; the
+// edit was reverted and made again. `base` is the token it had read.
+struct CustomerInUse {
+    std::string custno, base;
 };
 
 struct LineAdded {
@@ -59,7 +67,7 @@ struct WorkerFigures {
     long long edits = 0, committed = 0, conflicts = 0, retries = 0, givenUp = 0;
 };
 
-using JournalEntry = std::variant<CustomerCommit, ConflictSeen, LineAdded, LineRemoved, OrderRekeyed, WorkerFigures>;
+using JournalEntry = std::variant<CustomerCommit, ConflictSeen, CustomerInUse, LineAdded, LineRemoved, OrderRekeyed, WorkerFigures>;
 
 std::string FormatEntry(const JournalEntry& entry);
 // False with a sentence in `why` when the line is not an entry.

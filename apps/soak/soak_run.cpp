@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <memory>
 
+#include "oxdm/common/auditlog/audit_log.h"
 #include "oxdm/common/store/data_file.h"
 #include "oxdm/common/store/file_spec.h"
 #include "sample_data.h"
@@ -92,6 +93,13 @@ SoakOutcome CheckSoakRun(const SoakOptions& options, const std::string& dir, con
             return outcome;
         }
     }
+    std::vector<oxAuditLogEntry> entries;
+    CString text;
+    if (!oxReadAuditLog(CString(SoakFilePath(dir).c_str()), oxAuditLogFilter{}, entries, text)) {
+        outcome.problems.push_back(text.str());
+        return outcome;
+    }
+    outcome.logged = ComparableAuditRows(entries);
     for (const Journal& journal : outcome.journals) {
         const WorkerFigures& f = journal.figures;
         outcome.total.edits += f.edits;
@@ -108,7 +116,7 @@ SoakOutcome CheckSoakRun(const SoakOptions& options, const std::string& dir, con
             }
         }
     }
-    for (std::string& problem : CheckSoak(initial, outcome.journals, final, options.processes))
+    for (std::string& problem : CheckSoak(initial, outcome.journals, final, outcome.logged, options.processes))
         outcome.problems.push_back(std::move(problem));
     return outcome;
 }

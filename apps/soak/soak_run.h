@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "audit_row.h"
 #include "file_image.h"
 #include "journal.h"
 #include "soak_options.h"
@@ -34,9 +35,10 @@ SoakRun RunSoakProcesses(const SoakOptions& options, const std::string& dir, con
 struct SoakOutcome {
     std::vector<std::string> problems;  // empty: the run is proven sound
     std::vector<Journal> journals;
+    std::vector<AuditRow> logged;       // the audit log, as the check compares it
     WorkerFigures total;                // the sum of every process's figures
     long long overwrites = 0, kept = 0, notices = 0;  // the conflicts by answer
 };
 
-// Reads the file and every journal in `dir` and checks them against `initial`.
+// Reads the file, its audit log and every journal in `dir` and checks them against `initial`.
 SoakOutcome CheckSoakRun(const SoakOptions& options, const std::string& dir, const FileImage& initial);

@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "oxdm/base/exception.h"
+#include "oxdm/common/shell/global_data.h"
 #include "oxdm/common/store/file_spec.h"
 #include "oxdm/datasource/buffered/buffered_data_source.h"
 #include "oxdm/datasource/buffered/data_manager.h"
@@ -86,6 +87,15 @@ SoakWorker::SoakWorker(const SoakOptions& options, int index, const FileImage& i
     }
     customerBuffer_->ReQuery();
     orderBuffer_->ReQuery();
+    Audit(customerAudit_, *customerQuery_, *customerBuffer_);
+    Audit(orderAudit_, *orderQuery_, *orderBuffer_);
+}
+
+void SoakWorker::Audit(oxdmAudit& audit, const oxdmQuery& query, oxdmBufferedFileDataSource& buffer) {
+    audit = oxdmAudit(buffer.Task());
+    audit.Prompt(&query);  // false: auditing is on and printing off
+    audit.Observe(&buffer);
+    audit.Start();
 }
 
 SoakWorker::~SoakWorker() = default;
@@ -124,11 +134,6 @@ bool SoakWorker::SaveWithRetries(Save save, Pending pending) {
     }
 }
 
-bool SoakWorker::SaveOrder() {
-    return SaveWithRetries([&] { return orderManager_->CommitData(); },
-                           [&] { return !orderBuffer_->IsRowChanged() && lineBuffer_->IsRowChanged(); });
-}
-
 void SoakWorker::UpdateCustomer(long long seq) {
     const std::string& custno = customers_[static_cast<size_t>(Draw(0, static_cast<long long>(customers_.size()) - 1))];
     const std::string token = CustomerToken(index_, seq);
@@ -154,7 +159,7 @@ void SoakWorker::UpdateCustomer(long long seq) {
             // write; after an overwrite, the write replaced what was on file
             // while the question was asked.
             const bool overwrote = !conflicts.empty() && conflicts.back().answer == ConflictAnswer::Overwrite;
-            journal_.Write(CustomerCommit{custno, overwrote ? conflicts.back().seen : base, token});
+            journal_.Write(CustomerCommit{custno, base, overwrote ? conflicts.back().seen : base, token});
             ++figures_.committed;
             return;
         }
@@ -164,6 +169,7 @@ void SoakWorker::UpdateCustomer(long long seq) {
         // would delete and insert the record, a road without the conflict
         // check. So the edit starts afresh from a new read, as an operator
         // who reverts and retypes would.
+        journal_.Write(CustomerInUse{custno, base});
         customerManager_->RevertRow(nullptr);
         if (attempt >= options_.maxRetries) {
             ++figures_.givenUp;
@@ -220,9 +226,15 @@ void SoakWorker::AddLine(long long seq) {
     Set(*lineBuffer_, "ITEM", line.item);
     Set(*lineBuffer_, "QTY", std::to_string(line.qty));
     Set(*lineBuffer_, "PRICE", Money(line.priceCents));
-    Set(*orderBuffer_, "TOTAL", Money(total));
     presenter_.BeginSave("", "");
-    if (!SaveOrder()) return Abandon(ordno, "adding line " + std::to_string(lineNo) + " failed");
+    // The line goes first, on its own: a save of the order would also log
+    // the pending fields of its lines' buffer, as changes of whatever line
+    // the lines' cursor read last.
+    if (!SaveWithRetries([&] { return lineBuffer_->ValidateRow(0, false); },
+                         [&] { return lineBuffer_->IsRowChanged(); }))
+        return Abandon(ordno, "adding line " + std::to_string(lineNo) + " failed");
+    Set(*orderBuffer_, "TOTAL", Money(total));
+    if (!orderManager_->CommitData()) return Abandon(ordno, "raising the total failed");
     journal_.Write(LineAdded{ordno, lineNo, line, total});
     ++figures_.committed;
     own->second.lines[lineNo] = line;
@@ -242,7 +254,7 @@ void SoakWorker::RemoveLine(long long seq) {
         return Abandon(ordno, "deleting line " + std::to_string(lineNo) + " failed");
     const long long total = own->second.order.totalCents - line->second.AmountCents();
     Set(*orderBuffer_, "TOTAL", Money(total));
-    if (!SaveOrder()) return Abandon(ordno, "lowering the total failed");
+    if (!orderManager_->CommitData()) return Abandon(ordno, "lowering the total failed");
     journal_.Write(LineRemoved{ordno, lineNo, total});
     ++figures_.committed;
     own->second.lines.erase(line);
@@ -257,7 +269,7 @@ void SoakWorker::RenumberOrder(long long) {
     Set(*orderBuffer_, "ORDNO", renumbered);
     Set(*orderBuffer_, "TOTAL", Money(0));
     presenter_.BeginSave("", "");
-    if (!SaveOrder()) return Abandon(ordno, "renumbering to " + renumbered + " failed");
+    if (!orderManager_->CommitData()) return Abandon(ordno, "renumbering to " + renumbered + " failed");
     journal_.Write(OrderRekeyed{ordno, renumbered});
     ++figures_.committed;
     OwnOrder moved{own->second.order, {}};
@@ -269,6 +281,7 @@ void SoakWorker::RenumberOrder(long long) {
 int RunSoakProcess(const SoakOptions& options, const std::string& dir, int index, const FileImage& initial,
                    const std::string& path) {
     ::setenv("OXDM_OPERATOR", ("soak" + std::to_string(index)).c_str(), 1);
+    oxdmGlobalData::Instance()->OverrideAuditing(true);  // the electronic log, without the printed report
     oxApp app("OX");
     OXSetApp(&app);
     SoakPresenter presenter(oxioFileSpec(path.c_str()), options.seed * 7919ULL + static_cast<unsigned long long>(index));

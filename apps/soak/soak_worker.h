@@ -20,6 +20,7 @@
 
 #include "file_image.h"
 #include "journal.h"
+#include "oxdm/audit/audit.h"
 #include "oxdm/common/shell/task.h"
 #include "soak_options.h"
 
@@ -57,11 +58,6 @@ private:
     // still holds (the record was in use) is retried after a pause.
     template <class Save, class Pending>
     bool SaveWithRetries(Save save, Pending pending);
-    // Saves the focused order, then its lines. A refused line is tried
-    // again; a refused order is not: its failed save left the key column
-    // marked changed, and a second save would take the key-change road,
-    // which deletes the order with its lines before writing it anew.
-    bool SaveOrder();
     // Waits a little longer after each refusal.
     void Pause(int attempt);
     // Puts the orders' focus on `ordno`, whose lines fill the lines buffer.
@@ -72,8 +68,14 @@ private:
     // have lines (none when no order has any).
     std::map<std::string, OwnOrder>::iterator PickOrder(bool withLines);
     // Drops an order whose edit went wrong from further edits, and says so.
+    // A refused save of an order is not tried again: the failed save left
+    // the key column marked changed, and a second save would take the
+    // key-change road, which deletes the order with its lines first.
     void Abandon(const std::string& ordno, const std::string& what);
     long long Draw(long long low, long long high);
+
+    // Starts the electronic audit log of `buffer`'s tree (nothing printed).
+    static void Audit(oxdmAudit& audit, const oxdmQuery& query, oxdmBufferedFileDataSource& buffer);
 
     // options_, journal_ and presenter_ outlive the worker. The queries are
     // owned here and outlive their managers (declared first, destroyed
@@ -95,6 +97,9 @@ private:
     oxdmBufferedFileDataSource* customerBuffer_ = nullptr;
     oxdmBufferedFileDataSource* orderBuffer_ = nullptr;
     oxdmBufferedFileDataSource* lineBuffer_ = nullptr;
+    // The audit trails of both trees; declared after the managers, so they
+    // go (and unregister their observers) before the buffers do.
+    oxdmAudit customerAudit_, orderAudit_;
 };
 
 // The whole life of soak process `index`: its operator, presenter, journal

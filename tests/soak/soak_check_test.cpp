@@ -92,18 +92,19 @@ TEST_F(SoakCheckTest, RunIsSoundAndEveryEditIsAccounted) {
 TEST_F(SoakCheckTest, EveryKindOfDamageIsCaught) {
     struct Case {
         const char* what;
-        std::function<bool(FileImage&, std::vector<Journal>&)> damage;  // false: the run had nothing to damage
+        // False: the run made nothing of the kind to damage.
+        std::function<bool(FileImage&, std::vector<Journal>&, std::vector<AuditRow>&)> damage;
         const char* words;
     };
     const Case cases[] = {
         {"a customer's NAME without its CITY",
-         [](FileImage& file, std::vector<Journal>&) {
+         [](FileImage& file, std::vector<Journal>&, std::vector<AuditRow>&) {
              file.customers.begin()->second.name += "x";
              return true;
          },
          "is half written"},
         {"the last committed change of a customer undone",
-         [](FileImage& file, std::vector<Journal>& journals) {
+         [](FileImage& file, std::vector<Journal>& journals, std::vector<AuditRow>&) {
              auto [commit, journal] = First<CustomerCommit>(journals);
              if (!commit) return false;
              // The last commit on that customer, undone on file.
@@ -115,7 +116,7 @@ TEST_F(SoakCheckTest, EveryKindOfDamageIsCaught) {
          },
          "but the last committed change wrote"},
         {"a commit journaled twice",
-         [](FileImage&, std::vector<Journal>& journals) {
+         [](FileImage&, std::vector<Journal>& journals, std::vector<AuditRow>&) {
              auto [commit, journal] = First<CustomerCommit>(journals);
              if (!commit) return false;
              journal->entries.push_back(*commit);
@@ -123,16 +124,16 @@ TEST_F(SoakCheckTest, EveryKindOfDamageIsCaught) {
          },
          "is journaled as committed twice"},
         {"a write over another without a conflict",
-         [](FileImage&, std::vector<Journal>& journals) {
+         [](FileImage&, std::vector<Journal>& journals, std::vector<AuditRow>&) {
              auto [commit, journal] = First<CustomerCommit>(journals);
              if (!commit) return false;
-             CustomerCommit blind{commit->custno, commit->pred, "p9-0000001"};
+             CustomerCommit blind{commit->custno, commit->pred, commit->pred, "p9-0000001"};
              journal->entries.push_back(blind);
              return true;
          },
          "without a data conflict being reported"},
         {"a conflict with nothing in between",
-         [](FileImage&, std::vector<Journal>& journals) {
+         [](FileImage&, std::vector<Journal>& journals, std::vector<AuditRow>&) {
              auto [commit, journal] = First<CustomerCommit>(journals);
              if (!commit) return false;
              journal->entries.push_back(ConflictSeen{commit->custno, commit->token, commit->token, ConflictAnswer::Kept});
@@ -140,44 +141,59 @@ TEST_F(SoakCheckTest, EveryKindOfDamageIsCaught) {
          },
          "no committed change came in between"},
         {"a committed line lost",
-         [](FileImage& file, std::vector<Journal>&) {
+         [](FileImage& file, std::vector<Journal>&, std::vector<AuditRow>&) {
              if (file.lines.empty()) return false;
              file.lines.erase(file.lines.begin());
              return true;
          },
          "was committed but is not on file"},
         {"an order's total without its line",
-         [](FileImage& file, std::vector<Journal>&) {
+         [](FileImage& file, std::vector<Journal>&, std::vector<AuditRow>&) {
              file.orders.begin()->second.totalCents += 1;
              return true;
          },
          "is inconsistent with its lines"},
         {"an order doubled",
-         [](FileImage& file, std::vector<Journal>&) {
+         [](FileImage& file, std::vector<Journal>&, std::vector<AuditRow>&) {
              file.orders["O999999999"] = file.orders.begin()->second;
              return true;
          },
          "no committed change leaves it there"},
         {"a line without its order",
-         [](FileImage& file, std::vector<Journal>&) {
+         [](FileImage& file, std::vector<Journal>&, std::vector<AuditRow>&) {
              file.lines[{"O999999998", 1}] = LineImage{"SOAK000001", 1, 100};
              return true;
          },
          "has no order on file"},
+        {"a committed change missing from the audit log",
+         [](FileImage&, std::vector<Journal>&, std::vector<AuditRow>& logged) {
+             if (logged.empty()) return false;
+             logged.erase(logged.begin() + static_cast<long>(logged.size() / 2));
+             return true;
+         },
+         "The audit log lacks 1 row(s) of a committed change"},
+        {"an audit row no change made",
+         [](FileImage&, std::vector<Journal>&, std::vector<AuditRow>& logged) {
+             if (logged.empty()) return false;
+             logged.push_back(logged.front());
+             return true;
+         },
+         "The audit log holds 1 row(s) that no committed change made"},
         {"a process that did not finish",
-         [](FileImage&, std::vector<Journal>& journals) {
+         [](FileImage&, std::vector<Journal>& journals, std::vector<AuditRow>&) {
              journals.back().complete = false;
              return true;
          },
          "has no closing line"},
     };
-    ASSERT_TRUE(CheckSoak(*initial_, outcome_->journals, *final_, options_.processes).empty());
+    ASSERT_TRUE(CheckSoak(*initial_, outcome_->journals, *final_, outcome_->logged, options_.processes).empty());
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
         FileImage file = *final_;
         std::vector<Journal> journals = outcome_->journals;
-        ASSERT_TRUE(c.damage(file, journals)) << "the run made no change of this kind";
-        const std::vector<std::string> problems = CheckSoak(*initial_, journals, file, options_.processes);
+        std::vector<AuditRow> logged = outcome_->logged;
+        ASSERT_TRUE(c.damage(file, journals, logged)) << "the run made no change of this kind";
+        const std::vector<std::string> problems = CheckSoak(*initial_, journals, file, logged, options_.processes);
         EXPECT_TRUE(Mentions(problems, c.words)) << (problems.empty() ? "no problem found" : problems.front());
     }
 }

@@ -43,8 +43,9 @@ TEST(SoakInput, BadOptionsNameTheOptionAndTheFault) {
 // Every entry reads back as written; a damaged line is named by file and line.
 TEST(SoakInput, JournalRoundTripAndDamage) {
     const std::vector<JournalEntry> entries = {
-        CustomerCommit{"C0000003", "Bergen", "p1-0000007"},
+        CustomerCommit{"C0000003", "Bergen", "Riga", "p1-0000007"},
         ConflictSeen{"C0000003", "Bergen", "p0-0000002", ConflictAnswer::Kept},
+        CustomerInUse{"C0000004", "Riga"},
         LineAdded{"O000000012", 5, LineImage{"SOAK000042", 3, 1299}, 48750},
         LineRemoved{"O000000012", 2, 31200},
         OrderRekeyed{"O000000012", "R010000001"},
@@ -68,7 +69,7 @@ TEST(SoakInput, JournalRoundTripAndDamage) {
         const char* text;
         const char* where;
     };
-    for (const Damage& d : {Damage{"cust C0000003 Bergen", ", line 2: malformed 'cust'"},
+    for (const Damage& d : {Damage{"cust C0000003 Bergen Riga", ", line 2: malformed 'cust'"},
                             Damage{"line+ O1 x SOAK 1 2 3", ", line 2: malformed 'line+'"},
                             Damage{"drop table", ", line 2: unknown entry 'drop'"},
                             Damage{"end 1 2 3 4 5\ncust a b c", ", line 3: an entry after the closing line"}}) {
