@@ -7,13 +7,13 @@
 LineInput::LineInput(std::istream& in, std::string name, bool echo, std::string prompt)
     : in_(in), name_(std::move(name)), echo_(echo), prompt_(std::move(prompt)) {}
 
-std::optional<std::string> LineInput::Next() {
+std::optional<std::string> LineInput::Next(bool prompted) {
     if (putBack_) {
         std::optional<std::string> line = std::move(putBack_);
         putBack_.reset();
         return line;
     }
-    if (!prompt_.empty()) {
+    if (prompted && !prompt_.empty()) {
         std::fputs(prompt_.c_str(), stdout);
         std::fflush(stdout);
     }

@@ -20,7 +20,9 @@ public:
     LineInput(std::istream& in, std::string name, bool echo, std::string prompt);
 
     // The next line without its end, or nothing at the end of the input.
-    std::optional<std::string> Next();
+    // `prompted` false leaves the prompt out, for a caller that asked its
+    // own question.
+    std::optional<std::string> Next(bool prompted = true);
     // Hands `line` out again on the next call of Next.
     // REQUIRES: a line was read and none is put back yet.
     void PutBack(std::string line);

@@ -88,7 +88,7 @@ int TerminalPresenter::MessageBox(const CString& text, const CString& title, uns
     for (;;) {
         std::printf("  answer %s? ", ButtonWords(style).c_str());
         std::fflush(stdout);
-        std::optional<std::string> line = input_.Next();
+        std::optional<std::string> line = input_.Next(false);
         if (!line) {
             ++unanswered_;
             std::printf("\nFAILED: the input ended before the question above was answered (took %s)\n",
