@@ -1,7 +1,5 @@
 #include "terminal_presenter.h"
 
-#include <algorithm>
-#include <cctype>
 #include <cstdio>
 #include <optional>
 
