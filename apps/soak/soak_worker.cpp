@@ -56,7 +56,8 @@ SoakWorker::SoakWorker(const SoakOptions& options, int index, const FileImage& i
       index_(index),
       journal_(journal),
       presenter_(presenter),
-      random_(options.seed * 1000003ULL + static_cast<unsigned long long>(index)) {
+      plan_(options.seed * 1000003ULL + static_cast<unsigned long long>(index)),
+      timing_(~plan_()) {
     assert(journal.Ok());
     for (const auto& [custno, customer] : initial.customers) customers_.push_back(custno);
     for (const auto& [ordno, order] : initial.orders)
@@ -101,7 +102,11 @@ void SoakWorker::Audit(oxdmAudit& audit, const oxdmQuery& query, oxdmBufferedFil
 SoakWorker::~SoakWorker() = default;
 
 long long SoakWorker::Draw(long long low, long long high) {
-    return std::uniform_int_distribution<long long>(low, high)(random_);
+    return std::uniform_int_distribution<long long>(low, high)(plan_);
+}
+
+long long SoakWorker::Jitter(long long low, long long high) {
+    return std::uniform_int_distribution<long long>(low, high)(timing_);
 }
 
 void SoakWorker::Run() {
@@ -121,7 +126,7 @@ void SoakWorker::Run() {
 }
 
 void SoakWorker::Pause(int attempt) {
-    ::usleep(static_cast<useconds_t>(100 + Draw(0, 400 * std::min(attempt + 1, 10))));
+    ::usleep(static_cast<useconds_t>(100 + Jitter(0, 400 * std::min(attempt + 1, 10))));
 }
 
 template <class Save, class Pending>
@@ -141,11 +146,11 @@ void SoakWorker::UpdateCustomer(long long seq) {
         if (!FocusKey(*customerBuffer_, "CUSTNO", custno))
             throw oxdmException(CString(("Customer " + custno + " could not be found.").c_str()));
         const std::string base = customerBuffer_->SavedValueAsString(customerBuffer_->IndexForColumn("CITY")).str();
-        if (options_.thinkMicros > 0) ::usleep(static_cast<useconds_t>(Draw(0, options_.thinkMicros)));
+        if (options_.thinkMicros > 0) ::usleep(static_cast<useconds_t>(Jitter(0, options_.thinkMicros)));
         Set(*customerBuffer_, "NAME", NameForToken(token));
         Set(*customerBuffer_, "CITY", token);
         Set(*customerBuffer_, "STATUS", kStatusWords[StatusForSequence(seq) - 1]);
-        customerBuffer_->SetAllowDataConflictOverwrite(Draw(0, 3) != 0);
+        customerBuffer_->SetAllowDataConflictOverwrite(Jitter(0, 3) != 0);
         presenter_.BeginSave(custno, base);
         const bool saved = customerManager_->CommitData();
         const std::vector<ConflictSeen>& conflicts = presenter_.Conflicts();

@@ -7,7 +7,8 @@
 // process's number (so the plan is the same on every run):
 //  - a customer, any of them, gets a new token in CITY, a NAME and a STATUS
 //    made from it, after a pause that lets other processes get in between;
-//  - one of its own orders gets a new line, the order's TOTAL raised by it;
+//  - one of its own orders gets a new line (saved on its own first), then
+//    the order's TOTAL raised by it;
 //  - one of its own orders loses a line, the TOTAL lowered by it;
 //  - one of its own orders is renumbered, which deletes its lines and sets
 //    its TOTAL to 0.
@@ -72,7 +73,11 @@ private:
     // the key column marked changed, and a second save would take the
     // key-change road, which deletes the order with its lines first.
     void Abandon(const std::string& ordno, const std::string& what);
+    // A number of the plan: the same on every run of the same seed.
     long long Draw(long long low, long long high);
+    // A number of the run's timing (pauses, whether an overwrite is
+    // offered), drawn apart so that retries do not shift the plan.
+    long long Jitter(long long low, long long high);
 
     // Starts the electronic audit log of `buffer`'s tree (nothing printed).
     static void Audit(oxdmAudit& audit, const oxdmQuery& query, oxdmBufferedFileDataSource& buffer);
@@ -86,7 +91,7 @@ private:
     int index_;
     JournalWriter& journal_;
     SoakPresenter& presenter_;
-    std::mt19937_64 random_;
+    std::mt19937_64 plan_, timing_;
     oxTask task_{1, "Soak"};
     std::vector<std::string> customers_;
     std::map<std::string, OwnOrder> orders_;
