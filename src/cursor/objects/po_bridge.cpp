@@ -107,7 +107,9 @@ void _oxdmPOCOMBridge::MoveToIter(IUnknown* position) {
 }
 
 void _oxdmPOCOMBridge::Load() {
-    ATL::CComPtr<IUnknown> object = IsNewRow() ? FocusRowObject() : CurrentObject();
+    // The cursor reads whichever row the buffer fetches, not only the focus
+    // row: the new row's object stands in only where there is no iterator.
+    ATL::CComPtr<IUnknown> object = iterator ? CurrentObject() : IsNewRow() ? FocusRowObject() : nullptr;
     auto props = PoQuery<IPOProperties>(object);
     if (!props) return;
     for (const auto& [name, index] : indexOfName) {
@@ -145,14 +147,35 @@ oxioStatus::Status _oxdmPOCOMBridge::Save() {
         hr = face->Save();
     }
     const oxioStatus::Status status = StatusOf(hr);
+    if (status != oxioStatus::Success) return status;
     // What was saved is what a later revert goes back to: the next edit
     // takes the backup afresh.
-    if (status == oxioStatus::Success) backupObject.Release();
-    if (status == oxioStatus::Success && newRow && !focusIterator) {
-        if (link != nullptr) link->Refetch();
-        if (iterator) iterator->Clone(&focusIterator);
+    backupObject.Release();
+    if (newRow && !focusIterator && link != nullptr) link->Refetch();
+    // An object stored for the first time (or afresh) stands wherever the
+    // set puts it; the buffer takes the saved row's bookmark from the
+    // iterator, so the iterator goes there.
+    if (PoQuery<IPOObject>(CurrentObject()) != PoQuery<IPOObject>(object)) MoveIteratorTo(object);
+    if (newRow && iterator) {
+        focusIterator.Release();
+        iterator->Clone(&focusIterator);
     }
     return status;
+}
+
+void _oxdmPOCOMBridge::MoveIteratorTo(IUnknown* object) {
+    const auto wanted = PoQuery<IPOObject>(object);
+    ATL::CComPtr<IPersistentObject> walker;
+    if (!wanted || PoFailed(objectSet->Begin(&walker)) || !walker) return;
+    for (short moved = VARIANT_TRUE; moved != VARIANT_FALSE;) {
+        ATL::CComPtr<IUnknown> current;
+        if (PoFailed(walker->Current(&current)) || !current) return;
+        if (PoQuery<IPOObject>(current) == wanted) {
+            iterator = walker;
+            return;
+        }
+        if (PoFailed(walker->Next(&moved))) return;
+    }
 }
 
 oxioStatus::Status _oxdmPOCOMBridge::Overwrite() {

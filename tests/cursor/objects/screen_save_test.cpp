@@ -65,9 +65,15 @@ TEST_P(POScreenSave, AnswersTheQuestionOfAChangedOrDeletedObject) {
     EXPECT_EQ(std::count(window.begin(), window.end(), CString("Baker")), c.rowStays ? 1 : 0);
     EXPECT_FALSE(buffer.IsRowChanged());
     if (c.rowStays) {
-        // The row shows what the store holds, and nothing is left to save.
+        // The row shows what the store holds, also after the focus left it
+        // and came back, and nothing is left to save.
         EXPECT_EQ(Shown("Name"), "Baker");
         EXPECT_EQ(Shown("City"), c.city);
+        ASSERT_EQ(buffer.MoveUp(1, 0, true), 1);
+        ASSERT_EQ(buffer.MoveDown(1, 0, true, true), 1);
+        EXPECT_EQ(Shown("Name"), "Baker");
+        EXPECT_EQ(Shown("City"), c.city);
+        EXPECT_TRUE(Live("City") == ATL::CComVariant(c.city));
         oxdmDefaultPresenter().Clear();
         EXPECT_TRUE(buffer.ValidateRow(0, true, true));
         EXPECT_TRUE(Boxes().empty());
@@ -121,6 +127,40 @@ TEST_F(POScreen, RevertAfterASaveGoesBackToWhatWasSaved) {
     EXPECT_TRUE(Boxes().empty());
     EXPECT_TRUE(Stored("Baker", kCity) == ATL::CComVariant("Dallas"));
     EXPECT_TRUE(Stored("Baker", kBalance) == ATL::CComVariant(45.0));
+}
+
+}  // namespace
+
+namespace {
+
+// The new row's object: reverted unsaved, saved, reverted after its save to
+// what was saved, then deleted.
+TEST_F(POScreen, ANewRowsObjectFromRevertToDelete) {
+    buffer.SetAutoNewRow(true);
+    buffer.SetFocus(3, 0, true);
+    ASSERT_TRUE(buffer.IsNewRow());
+    ASSERT_TRUE(buffer.ObserverSetNewValue(Col("Name"), "Dixon", 0, true));
+    ASSERT_TRUE(buffer.RevertRow(0, true));
+    EXPECT_EQ(Shown("Name"), "");
+    EXPECT_TRUE(Live("Name").IsEmpty());
+    EXPECT_EQ(db->Ids().size(), 3u);
+
+    ASSERT_TRUE(buffer.ObserverSetNewValue(Col("Name"), "Dixon", 0, true));
+    ASSERT_TRUE(buffer.ValidateRow(0, true));
+    ASSERT_EQ(db->Ids().size(), 4u);
+    buffer.SetFocus(3, 0, true);
+    ASSERT_EQ(Shown("Name"), "Dixon");
+    ASSERT_TRUE(buffer.ObserverSetNewValue(Col("City"), "Fargo", 0, true));
+    ASSERT_TRUE(buffer.RevertRow(0, true));
+    EXPECT_EQ(Shown("Name"), "Dixon");
+    EXPECT_EQ(Shown("City"), "");
+    EXPECT_TRUE(Live("City").IsEmpty());
+
+    oxdmDefaultPresenter().QueueAnswer(oxdmBox::IdYes);
+    ASSERT_TRUE(buffer.DeleteRow(0, true));
+    EXPECT_EQ(Window(), (std::vector<CString>{"Adams", "Baker", "Clark", ""}));
+    EXPECT_EQ(db->Ids().size(), 3u);
+    EXPECT_TRUE(Stored("Dixon", kCity).IsEmpty());
 }
 
 }  // namespace

@@ -163,6 +163,9 @@ private:
     // when dirty, takes its stored values again.
     void DropEdits();
     oxioStatus::Status StatusOf(HRESULT hr);
+    // Puts the iterator on `object`, walking the set from its start (one
+    // step per object before it); leaves it when the set doesn't show it.
+    void MoveIteratorTo(IUnknown* object);
     // The current iterator's object, or empty.
     ATL::CComPtr<IUnknown> CurrentObject();
     bool IsNewRow() const;
