@@ -42,7 +42,7 @@ bool ParseSoakOptions(int argc, const char* const* argv, SoakOptions& options, s
         long long number = 0;
         auto whole = [&](long long low, long long high) { return ReadNumber(option, value, low, high, number, error); };
         if (std::strcmp(option, "--processes") == 0) {
-            if (!whole(1, 64)) return false;
+            if (!whole(1, kMaxSoakProcesses)) return false;
             options.processes = static_cast<int>(number);
         } else if (std::strcmp(option, "--edits") == 0) {
             if (!whole(0, 10000000)) return false;

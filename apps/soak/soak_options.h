@@ -5,6 +5,9 @@
 
 #include <string>
 
+// The most processes a run may have.
+inline constexpr int kMaxSoakProcesses = 64;
+
 struct SoakOptions {
     int processes = 4;
     int edits = 2000;

@@ -37,7 +37,7 @@ bool PrepareSoak(const SoakOptions& options, const std::string& dir, FileImage& 
         return false;
     }
     for (const char* suffix : {"", "-wal", "-shm"}) std::filesystem::remove(SoakFilePath(dir) + suffix, failure);
-    for (int i = 0; i < 64; ++i) std::filesystem::remove(JournalPath(dir, i), failure);
+    for (int i = 0; i < kMaxSoakProcesses; ++i) std::filesystem::remove(JournalPath(dir, i), failure);
 
     std::unique_ptr<oxioDataFile> file = OpenRecordFile(dir, true, error);
     if (!file) return false;
