@@ -25,77 +25,29 @@ code = 7
 
 [[table]]
 description = "Customer"
-  [[table.field]]
-  name = "ID"
-  type = "numeric"
-  length = 8
-  key = true
-  [[table.field]]
-  name = "VERSION"
-  type = "numeric"
-  length = 8
-  [[table.field]]
-  name = "NAME"
-  type = "alpha"
-  length = 20
-  [[table.field]]
-  name = "CITY"
-  type = "alpha"
-  length = 20
-  [[table.field]]
-  name = "BALANCE"
-  type = "numeric"
-  length = 10
-  decimals = 2
-  [[table.field]]
-  name = "KIND"
-  type = "choice"
-  length = 2
-  items = ["Retail", "Wholesale"]
+field = [{ name = "ID", type = "numeric", length = 8, key = true },
+         { name = "VERSION", type = "numeric", length = 8 },
+         { name = "NAME", type = "alpha", length = 20 },
+         { name = "CITY", type = "alpha", length = 20 },
+         { name = "BALANCE", type = "numeric", length = 10, decimals = 2 },
+         { name = "KIND", type = "choice", length = 2, items = ["Retail", "Wholesale"] }]
 
 [[table]]
 description = "No city"
-  [[table.field]]
-  name = "ID"
-  type = "numeric"
-  length = 8
-  key = true
-  [[table.field]]
-  name = "VERSION"
-  type = "numeric"
-  length = 8
-  [[table.field]]
-  name = "NAME"
-  type = "alpha"
-  length = 20
+field = [{ name = "ID", type = "numeric", length = 8, key = true },
+         { name = "VERSION", type = "numeric", length = 8 },
+         { name = "NAME", type = "alpha", length = 20 }]
 
 [[table]]
 description = "Name as the key"
-  [[table.field]]
-  name = "ID"
-  type = "numeric"
-  length = 8
-  [[table.field]]
-  name = "VERSION"
-  type = "numeric"
-  length = 8
-  [[table.field]]
-  name = "NAME"
-  type = "alpha"
-  length = 20
-  key = true
+field = [{ name = "ID", type = "numeric", length = 8 },
+         { name = "VERSION", type = "numeric", length = 8 },
+         { name = "NAME", type = "alpha", length = 20, key = true }]
 
 [[table]]
 description = "Text version"
-  [[table.field]]
-  name = "ID"
-  type = "numeric"
-  length = 8
-  key = true
-  [[table.field]]
-  name = "VERSION"
-  type = "alpha"
-  length = 8
+field = [{ name = "ID", type = "numeric", length = 8, key = true },
+         { name = "VERSION", type = "alpha", length = 8 }]
 )";
 
 class RecordFileStorageTest : public ::testing::Test {

@@ -43,40 +43,32 @@ INSTANTIATE_TEST_SUITE_P(
                                true, "Clark"}),
     [](const ::testing::TestParamInfo<FindCase>& info) { return std::string(info.param.name); });
 
-TEST_F(POScreen, FollowsTheSetsSortAndFilter) {
-    ASSERT_EQ(buffer.MoveDown(2, 0, true, true), 2);
-    set->SortBy({"City"});
-    EXPECT_EQ(Window(), (std::vector<CString>{"Baker", "Clark", "Adams"}));
-    ASSERT_EQ(cursor.SortColumns().size(), 1u);
-    EXPECT_EQ(cursor.SortColumns()[0]->Name(), "City");
-
-    // Balances: Clark 10, Adams 20, Baker 30.
-    set->SetFilter([](const oxPOMemoryObject& o) { return o.Value("Balance") != ATL::CComVariant(10.0); });
-    EXPECT_EQ(Window(), (std::vector<CString>{"Baker", "Adams"}));
-    ASSERT_EQ(buffer.MoveDown(1, 0, true, true), 1);
-    EXPECT_EQ(Shown("Name"), "Adams");
-    EXPECT_TRUE(Live("Name") == ATL::CComVariant("Adams"));
-
-    set->ClearFilter();
-    EXPECT_EQ(Window(), (std::vector<CString>{"Baker", "Clark", "Adams"}));
-}
-
-// A requery forgets the focus row's edits, in the row and in its object;
-// the order is the stored values'.
-TEST_F(POScreen, ASortOrFilterChangeDropsTheFocusRowsEdits) {
+// The window follows the set's sort and filter. The requery forgets the
+// focus row's edits, in the row and in its object: the order is the stored
+// values'.
+TEST_F(POScreen, FollowsTheSetsSortAndFilterDroppingTheFocusRowsEdits) {
     ASSERT_EQ(buffer.MoveDown(1, 0, true, true), 1);
     ASSERT_TRUE(buffer.ObserverSetNewValue(Col("City"), "Dallas", 0, true));
     set->SortBy({"City"});
     EXPECT_EQ(Window(), (std::vector<CString>{"Baker", "Clark", "Adams"}));
+    ASSERT_EQ(cursor.SortColumns().size(), 1u);
+    EXPECT_EQ(cursor.SortColumns()[0]->Name(), "City");
     EXPECT_FALSE(buffer.IsRowChanged());
     EXPECT_EQ(Shown("City"), "Austin");
 
+    // Balances: Clark 10, Adams 20, Baker 30.
     ASSERT_TRUE(buffer.ObserverSetNewValue(Col("City"), "Yuma", 0, true));
-    set->SetFilter([](const oxPOMemoryObject& o) { return o.Value("City") != ATL::CComVariant("Yuma"); });
-    EXPECT_EQ(Window(), (std::vector<CString>{"Baker", "Clark", "Adams"}));
+    set->SetFilter([](const oxPOMemoryObject& o) { return o.Value("Balance") != ATL::CComVariant(10.0); });
+    EXPECT_EQ(Window(), (std::vector<CString>{"Baker", "Adams"}));
     EXPECT_FALSE(buffer.IsRowChanged());
-    EXPECT_TRUE(Live("City") == ATL::CComVariant("Austin"));
     EXPECT_TRUE(Stored("Baker", 1) == ATL::CComVariant("Austin"));
+    ASSERT_EQ(buffer.MoveDown(1, 0, true, true), 1);
+    EXPECT_TRUE(Live("Name") == ATL::CComVariant("Adams"));
+    ASSERT_EQ(buffer.MoveUp(1, 0, true), 1);
+    EXPECT_TRUE(Live("City") == ATL::CComVariant("Austin"));
+
+    set->ClearFilter();
+    EXPECT_EQ(Window(), (std::vector<CString>{"Baker", "Clark", "Adams"}));
 }
 
 TEST_F(POScreen, AFilterThatHidesEverythingLeavesANewRow) {
