@@ -2,6 +2,7 @@
 
 #include "print_job.h"
 
+#include <cassert>
 #include <utility>
 
 #include "oxdm/common/shell/box_styles.h"
@@ -24,7 +25,9 @@ bool Reported(const std::string& path, const std::string& reason, const std::str
 }  // namespace
 
 xpPrintJob::xpPrintJob(const xp_print_def& def, std::string output, std::string name, bool fromHub)
-    : model_(def), output_(std::move(output)), name_(std::move(name)), fromHub_(fromHub) {}
+    : model_(def), output_(std::move(output)), name_(std::move(name)), fromHub_(fromHub) {
+    assert(!output_.empty());
+}
 
 short xpPrintJob::Write() {
     written_ = true;

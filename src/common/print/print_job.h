@@ -8,7 +8,7 @@
 
 class xpPrintJob {
 public:
-    // REQUIRES: def was normalized (xpNormalizeDefinition); output is the path without extension.
+    // REQUIRES: def was normalized (xpNormalizeDefinition); output, the path without extension, is not empty.
     xpPrintJob(const xp_print_def& def, std::string output, std::string name, bool fromHub);
 
     xpPageModel& Model() { return model_; }
