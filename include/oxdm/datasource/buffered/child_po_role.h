@@ -1,9 +1,12 @@
 #pragma once
 // oxdmChildPOBufferedDSRole: the role of a buffer over a persistent object
-// cursor. It keeps the focus object's backup before the row is first
-// changed or deleted, and marks the row changed when the object says it is
-// dirty or was deleted, so that the buffer saves or refetches it. Every
-// event answers 0.
+// cursor, for an application to install. It asks for the focus object's
+// backup before a cell changes and before a delete, and keeps the row marked
+// changed: when the flag is cleared (RowDirtyChanged) or the row's object
+// was deleted (RowAfterDelete) it sets it again, because the edits live in
+// the object itself until it is saved or reverted. The bridge takes the
+// backup on its own before each edit, so a buffer without the role reverts
+// as well; the role's requests find it taken. Every event answers 0.
 
 #include "oxdm/datasource/buffered/role.h"
 
