@@ -91,8 +91,7 @@ short xpPageModel::LinesLeft() const {
 xp_print_def xpPageModel::Definition() const {
     xp_print_def def = def_;
     def.line = PageBegun() ? static_cast<short>(pages_.back().lines.size()) : 0;
-    def.page = static_cast<short>(PageBegun() || pages_.empty() ? std::max<std::size_t>(pages_.size(), 1)
-                                                                : pages_.size() + 1);
+    def.page = static_cast<short>(pages_.size() + (PageBegun() ? 0 : 1));
     return def;
 }
 
@@ -114,8 +113,12 @@ xpPage xpPageModel::BeginPage(int number) const {
     return page;
 }
 
+bool xpPageModel::PageTakesLine() const {
+    return PageBegun() && pages_.back().lines.size() < static_cast<std::size_t>(def_.page_lines);
+}
+
 void xpPageModel::Emit(const std::string& line) {
-    if (!PageBegun() || pages_.back().lines.size() >= static_cast<std::size_t>(def_.page_lines)) {
+    if (!PageTakesLine()) {
         pages_.push_back(BeginPage(static_cast<int>(pages_.size()) + 1));
         open_ = true;
     }
@@ -123,6 +126,5 @@ void xpPageModel::Emit(const std::string& line) {
 }
 
 void xpPageModel::EmitBlank() {
-    if (!PageBegun() || pages_.back().lines.size() >= static_cast<std::size_t>(def_.page_lines)) return;
-    pages_.back().lines.emplace_back();
+    if (PageTakesLine()) pages_.back().lines.emplace_back();
 }

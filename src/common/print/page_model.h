@@ -49,6 +49,8 @@ public:
 private:
     bool PageBegun() const { return !pages_.empty() && open_; }
     short HeaderLines() const { return static_cast<short>(3 + headings_.size()); }
+    // The open page has room for another line.
+    bool PageTakesLine() const;
     xpPage BeginPage(int number) const;
     // Appends one line, beginning a page when none is open or the open one is full.
     void Emit(const std::string& line);
