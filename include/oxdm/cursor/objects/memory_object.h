@@ -5,8 +5,8 @@
 //
 // Save checks, unless SetCheck(false), that nobody wrote the object since it
 // was read (PO_E_CONFLICT, status 20) and that it is still stored (PO_E_GONE,
-// status 13); a value refused by a property's rule fails with E_FAIL and the
-// reason in ErrorText.
+// status 13); a value refused by a property's rule, or a storage that can't
+// store the object, fails with E_FAIL and the reason in ErrorText.
 //
 // Events: SetProperty tells every advised sink OnPropertyChanging (when the
 // sink offers INamedPropertyEvents2) before, and OnPropertyChanged after; a
