@@ -10,6 +10,7 @@
 #include "oxdm/common/dictionary/field_codes.h"
 #include "oxdm/common/values/data.h"
 #include "oxdm/cursor/cursor_node.h"
+#include "oxdm/cursor/oxio_cursor_node.h"
 #include "oxdm/datasource/bookmark.h"
 #include "oxdm/datasource/buffered/buffered_data_source.h"
 #include "oxdm/datasource/buffered/buffered_impl.h"
@@ -21,6 +22,15 @@ namespace {
 CString Upper(CString text) { return text.MakeUpper(); }
 
 bool StartsWith(const CString& text, const CString& start) { return text.Left(start.GetLength()) == start; }
+
+// A seek in a child stands on its parent's key, but the record layer's
+// GE and GT run on past the parent's last related row into the next
+// parent's rows: a row whose join key no longer matches the parent's is not
+// one of the buffer's, and the seek found nothing.
+bool InParentRow(const oxdmCursorNode* node) {
+    const auto* record = dynamic_cast<const oxdmOXIOCursorNode*>(node);
+    return record == nullptr || record->IsKeyOK();
+}
 
 bool DigitsOnly(const CString& text) {
     for (int i = 0; i < text.GetLength(); ++i) {
@@ -111,7 +121,8 @@ bool oxdmBufferedFileDataSourceImpl::SeekFindValues(bool greaterOrEqual, bool& m
         if (!parentBuffer_->MoveCursorToFocus()) return false;
         cursorNode_->StuffSourceKey(false, false);
     }
-    if (CopyFindValuesToCursor() && (greaterOrEqual ? CursorGE(true, false) : CursorGT(true, false))) {
+    if (CopyFindValuesToCursor() && (greaterOrEqual ? CursorGE(true, false) : CursorGT(true, false)) &&
+        InParentRow(cursorNode_)) {
         _MoveToCursor(SyncChildrenNow);
         moved = true;
         return true;
@@ -230,7 +241,7 @@ bool oxdmBufferedFileDataSourceImpl::_ImplBestFit(short col, const CString& text
         if (parentBuffer_ != nullptr && parentBuffer_->MoveCursorToFocus()) cursorNode_->StuffSourceKey(false, false);
         // A seek that lands nowhere is a miss: the focus left over from
         // before proves nothing.
-        bool hit = CursorGE(false, false);
+        bool hit = CursorGE(false, false) && InParentRow(cursorNode_);
         if (hit) {
             _MoveToCursor(SyncChildrenNow);
             hit = hits();

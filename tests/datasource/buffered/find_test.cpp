@@ -1,7 +1,7 @@
 // Finding rows: seeks on find values, the incremental search, walks with a
 // test, find values typed as the start of a choice.
 
-#include "buffer_fixture.h"
+#include "tree_fixture.h"
 
 namespace {
 using Result = oxdmDataSource::CompareRowResult;
@@ -126,4 +126,37 @@ TEST_F(BufferTest, SetFindValueTakesTheChoiceATextStarts) {
     buffer.CopyKeyColumnsToFindValues();
     EXPECT_EQ(buffer.GetFindValueAsString(buffer.IndexForColumn("CUSTNO")).str(), "C0001");
     EXPECT_EQ(buffer.GetFindValueAsString(buffer.IndexForColumn("NAME")).str(), "") << "not a key column";
+}
+
+// A find in a child stays within its parent's row: a value past the
+// parent's last order goes to the new row and answers false, as a find past
+// the table's end does in the root, though the next customer's order
+// follows it in the index. The incremental search misses it the same way.
+TEST_F(TreeTest, FindInAChildStaysWithinItsParentsRow) {
+    struct Case {
+        const char* value;
+        bool greater;
+        bool found;
+        const char* focus;  // "*" for the new row
+    };
+    const Case cases[] = {
+        {"O15", false, true, "O2"}, {"O1", true, true, "O2"}, {"O25", false, false, "*"}, {"O2", true, false, "*"},
+    };
+    SeedSales();
+    BuildCustomerTree();
+    oxdmBufferedFileDataSource& orders = *OpenTree(3).Children().at(0);
+    orders.SetWindowSize(3);
+    const short col = Field(orders, "ORDNO");
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.value) + (c.greater ? " GT" : " GE"));
+        orders.MoveToTop(0, true, false);
+        orders.CopyKeyColumnsToFindValues();
+        ASSERT_TRUE(orders.SetFindValue(col, CString(c.value)));
+        EXPECT_EQ(c.greater ? orders.FindGT() : orders.FindGE(), c.found);
+        EXPECT_EQ(orders.IsNewRow() ? std::string("*") : Get(orders, "ORDNO"), c.focus);
+        EXPECT_EQ(Rows(orders, "ORDNO"), "O1 O2 *") << "the window holds the customer's orders only";
+    }
+    orders.MoveToTop(0, true, false);
+    EXPECT_FALSE(orders.FindSubstr(col, "O3"));
+    EXPECT_EQ(Get(orders, "ORDNO"), "O1");
 }
