@@ -117,7 +117,10 @@ bool oxdmBufferedFileDataSourceImpl::_ValidateRow(unsigned long initiator, bool 
     }
     if (onNewRow_) cursorNode_->Clear(true, IsMultiLevel());
     if (parentBuffer_) parentBuffer_->MoveCursorToFocus();
-    // Column 0 is marked so that the values are always written.
+    // Column 0 is marked so that the values are always written. A save
+    // refused because the record is in use keeps the edits for another try;
+    // the mark goes back then, so that the try is not taken for a key change.
+    const bool firstColumnChanged = changedColumns_[0];
     SetColumnChanged(0, true);
     StoreNewValues();
     cursorNode_->StuffSourceKey(true, false);
@@ -148,6 +151,8 @@ bool oxdmBufferedFileDataSourceImpl::_ValidateRow(unsigned long initiator, bool 
             // After a conflict the row shows what the other program wrote.
             _ClearFileBuffers(cursorNode_);
             RefetchRow();
+        } else {
+            SetColumnChanged(0, firstColumnChanged);
         }
         if (!error.IsEmpty()) {
             oxdmEvtDataSource event(status);
