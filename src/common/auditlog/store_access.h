@@ -24,7 +24,8 @@ store::SqliteDb* RecordFileDb(short file);
 // empty when it stands on none or there is no such table.
 CString CurrentRecordKey(short file, short table);
 
-// The operator id that the store writes into operator stamps.
+// The operator id that the store writes into operator stamps ($OXDM_OPERATOR,
+// else $USER); when neither is set, the name of the program's account.
 std::string OperatorId();
 
 }  // namespace oxdm::auditlog

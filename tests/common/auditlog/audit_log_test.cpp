@@ -3,7 +3,9 @@
 // cannot be rewritten. (A failed write is tested with the audit trail.)
 
 #include <gtest/gtest.h>
+#include <pwd.h>
 #include <sqlite3.h>
+#include <unistd.h>
 
 #include <memory>
 #include <string>
@@ -97,6 +99,30 @@ TEST_F(AuditLogTest, OneEntryPerColumnCarriesWhenWhoWhereAndBothValues) {
     EXPECT_EQ(entries[1].column.str(), "NAME");
     EXPECT_LT(entries[0].sequence, entries[1].sequence);
     EXPECT_TRUE(oxdmDefaultPresenter().Boxes().empty());
+}
+
+// Who made a change: $OXDM_OPERATOR, else $USER, else the account's name.
+TEST_F(AuditLogTest, TheOperatorFallsBackToTheAccountName) {
+    const passwd* account = ::getpwuid(::geteuid());
+    ASSERT_NE(account, nullptr);
+    const std::string accountName = account->pw_name;
+    const char* user = std::getenv("USER");
+    const std::string savedUser = user ? user : "";
+    struct Case {
+        const char* operatorVar;  // null: unset
+        const char* userVar;
+        std::string expected;
+    };
+    const Case cases[] = {{"auditor", "clerk", "auditor"}, {nullptr, "clerk", "clerk"}, {"", "", accountName},
+                          {nullptr, nullptr, accountName}};
+    AddCustomer("C0001", "Oslo");
+    for (const Case& c : cases) {
+        c.operatorVar ? ::setenv("OXDM_OPERATOR", c.operatorVar, 1) : ::unsetenv("OXDM_OPERATOR");
+        c.userVar ? ::setenv("USER", c.userVar, 1) : ::unsetenv("USER");
+        ASSERT_TRUE(LogCity(1, "Oslo", "Bergen"));
+        EXPECT_EQ(Read().back().operatorId.str(), c.expected) << (c.operatorVar ? c.operatorVar : "(unset)");
+    }
+    user ? ::setenv("USER", savedUser.c_str(), 1) : ::unsetenv("USER");
 }
 
 TEST_F(AuditLogTest, TheReaderFiltersByTableKeyAndTime) {
