@@ -1,6 +1,7 @@
 #pragma once
 // The audit trail over buffers of the sample customers (see
-// buffer_fixture.h): the audit settings in a scratch preferences file, the
+// buffer_fixture.h), or over the tree of customers, orders and lines (see
+// tree_fixture.h): the audit settings in a scratch preferences file, the
 // report in a scratch print folder, and readers of both the report's pages
 // and the log's entries.
 
@@ -10,29 +11,31 @@
 #include <string>
 #include <vector>
 
-#include "buffer_fixture.h"
+#include "tree_fixture.h"
 #include "oxdm/audit/audit.h"
 #include "oxdm/common/auditlog/audit_log.h"
 #include "oxdm/common/shell/box_styles.h"
 #include "oxdm/common/shell/global_data.h"
 #include "oxdm/common/shell/preferences.h"
 
-class AuditTest : public BufferTest {
+// `Buffers` is the fixture that makes the audited buffers: BufferTest or TreeTest.
+template <class Buffers>
+class AuditFixture : public Buffers {
 protected:
     void SetUp() override {
-        BufferTest::SetUp();
-        ::setenv("XDG_CONFIG_HOME", (Scratch() / "config").c_str(), 1);
+        Buffers::SetUp();
+        ::setenv("XDG_CONFIG_HOME", (this->Scratch() / "config").c_str(), 1);
         xpref_reload();
         std::filesystem::create_directories(PrintDir());
         ::setenv("OXDM_PRINT_DIR", PrintDir().c_str(), 1);
     }
     void TearDown() override {
         audit_ = oxdmAudit();
-        BufferTest::TearDown();
+        Buffers::TearDown();
         xpref_reload();
     }
 
-    std::filesystem::path PrintDir() const { return Scratch() / "print"; }
+    std::filesystem::path PrintDir() const { return this->Scratch() / "print"; }
 
     // The two preferences, as the operator sets them (2 is on).
     static void Settings(bool audit, bool print) {
@@ -40,13 +43,13 @@ protected:
         ASSERT_EQ(xpref_put_value(2, "General", "Print Audit Trail", print ? 2 : 0), 0);
     }
 
-    // Audits the buffer `Open` made; a print box, if any, is answered with
+    // Audits the root buffer made last; a print box, if any, is answered with
     // `answer` (0: its default button, OK). Answers what Prompt answered.
     bool StartAudit(int answer = 0, oxdmAuditImpl* impl = nullptr) {
-        audit_ = impl ? oxdmAudit(impl) : oxdmAudit(&task_);
+        audit_ = impl ? oxdmAudit(impl) : oxdmAudit(&this->task_);
         if (answer != 0) oxdmDefaultPresenter().QueueAnswer(answer);
-        const bool answered = audit_.Prompt(query_.get());
-        audit_.Observe(buffer_.get());
+        const bool answered = audit_.Prompt(this->query_.get());
+        audit_.Observe(this->buffer_.get());
         return answered;
     }
     // Ends the audit, which ends its report.
@@ -54,9 +57,10 @@ protected:
 
     // Sets a column of the focus row.
     void Edit(const char* column, const char* text) {
-        ASSERT_TRUE(buffer_->ObserverSetNewValue(buffer_->IndexForColumn(column), text, 0, true)) << column;
+        ASSERT_TRUE(this->buffer_->ObserverSetNewValue(this->buffer_->IndexForColumn(column), text, 0, true))
+            << column;
     }
-    void Save() { ASSERT_TRUE(buffer_->ValidateRow(0, true)); }
+    void Save() { ASSERT_TRUE(this->buffer_->ValidateRow(0, true)); }
 
     // The report's text files in the print folder.
     std::vector<std::filesystem::path> Reports() const {
@@ -97,7 +101,7 @@ protected:
     std::vector<oxAuditLogEntry> Log(const oxAuditLogFilter& filter = {}) const {
         std::vector<oxAuditLogEntry> entries;
         CString error;
-        EXPECT_TRUE(oxReadAuditLog(Path().c_str(), filter, entries, error)) << error;
+        EXPECT_TRUE(oxReadAuditLog(this->Path().c_str(), filter, entries, error)) << error;
         return entries;
     }
     // The log's entries as "label key column:old>new", one per entry.
@@ -110,3 +114,6 @@ protected:
 
     oxdmAudit audit_;
 };
+
+using AuditTest = AuditFixture<BufferTest>;
+using AuditTreeTest = AuditFixture<TreeTest>;
