@@ -86,18 +86,27 @@ void PrintTable(const std::vector<std::string>& stacks, std::map<std::string, St
     std::printf(" top row shown |\n|---|");
     for (size_t i = 0; i < stacks.size(); ++i) std::printf("---:|");
     std::printf("---|\n");
+    std::map<std::string, double> total;
     for (const std::string& op : kOperations) {
         const double floor = Median(figures["floor"].ms[op]);
         std::printf("| %s |", op.c_str());
-        std::string names;
+        std::map<std::string, std::string> stacksByName;  // the stacks that showed each name
         for (const std::string& stack : stacks) {
             const double ms = Median(figures[stack].ms[op]);
+            total[stack] += ms;
             std::printf(stack == "floor" ? " %.2f |" : " %.2f (%.3g×) |", ms, ms / floor);
-            const std::string& name = figures[stack].topName[op];
-            if (names.find(name) == std::string::npos) names += (names.empty() ? "" : " / ") + name;
+            std::string& shown = stacksByName[figures[stack].topName[op]];
+            shown += (shown.empty() ? "" : ", ") + stack;
         }
+        std::string names;
+        for (const auto& [name, which] : stacksByName)
+            names += (names.empty() ? "" : "; ") + (stacksByName.size() > 1 ? which + ": " : "") + name;
         std::printf(" %s |\n", names.c_str());
     }
+    std::printf("| the session (sum) |");
+    for (const std::string& stack : stacks)
+        std::printf(stack == "floor" ? " %.2f |" : " %.2f (%.3g×) |", total[stack], total[stack] / total["floor"]);
+    std::printf(" |\n");
     std::printf("| peak resident MiB |");
     for (const std::string& stack : stacks) {
         const double mib = static_cast<double>(figures[stack].peakKiB) / 1024;
