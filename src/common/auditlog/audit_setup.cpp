@@ -8,6 +8,7 @@
 #include "oxdm/common/dictionary/flat_definitions.h"
 #include "oxdm/common/shell/box_styles.h"
 #include "oxdm/common/shell/message_box.h"
+#include "record_store.h"
 #include "sqlite/sqlite_db.h"
 #include "store_access.h"
 
@@ -67,7 +68,7 @@ bool AppendEntries(SqliteDb& db, const Entry& entry, const std::vector<AuditSetu
     SqliteDb::Statement insert = db.Prepare(oxdm::auditlog::kInsertLogSql);
     if (!insert) return fail(db.lastError());
     const CString time = LocalTimeNow();
-    const CString operatorId(oxdm::auditlog::OperatorId());
+    const CString operatorId(oxdm::store::CurrentOperator());
     const CString tableName = TableDescription(entry.file, entry.table);
     sqlite3_stmt* stmt = insert.get();
     for (const AuditSetup::ColumnInfo& column : columns) {

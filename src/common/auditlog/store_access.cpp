@@ -1,8 +1,5 @@
 #include "store_access.h"
 
-#include <pwd.h>
-#include <unistd.h>
-
 #include <charconv>
 #include <variant>
 
@@ -49,13 +46,5 @@ CString CurrentRecordKey(short file, short table) {
     return CString(text);
 }
 
-std::string OperatorId() {
-    std::string id = store::CurrentOperator();
-    if (!id.empty()) return id;
-    // Neither variable is set (a service, a container's shell): the name of
-    // the account the program runs under still says who it was.
-    const passwd* account = ::getpwuid(::geteuid());
-    return account && account->pw_name ? account->pw_name : std::string();
-}
 
 }  // namespace oxdm::auditlog

@@ -5,7 +5,6 @@
 // the key of the record a table stands on. This file and its source are the
 // only ones of the layer that know the store's insides.
 
-#include <string>
 
 #include "oxdm/base/cstring.h"
 
@@ -23,9 +22,5 @@ store::SqliteDb* RecordFileDb(short file);
 // joined by ", ", or "#<record number>" for a table without key columns;
 // empty when it stands on none or there is no such table.
 CString CurrentRecordKey(short file, short table);
-
-// The operator id that the store writes into operator stamps ($OXDM_OPERATOR,
-// else $USER); when neither is set, the name of the program's account.
-std::string OperatorId();
 
 }  // namespace oxdm::auditlog

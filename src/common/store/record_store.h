@@ -170,7 +170,8 @@ enum class OpenMode { OpenExisting, CreateIfMissing };
 std::unique_ptr<RecordStore> OpenSqliteStore(const std::string& path, const std::vector<TableSpec>& tables,
                                              OpenMode mode, short& status, std::string& error);
 
-// The operator id written into operator stamps: $OXDM_OPERATOR, else $USER.
+// The operator id written into operator stamps: $OXDM_OPERATOR, else $USER,
+// else the name of the program's account.
 std::string CurrentOperator();
 
 }  // namespace oxdm::store

@@ -4,6 +4,9 @@
 #include "sqlite/process_identity.h"
 #include "sqlite/schema.h"
 
+#include <pwd.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cassert>
 #include <cstdlib>
@@ -72,7 +75,10 @@ void BindValue(sqlite3_stmt* stmt, int position, const FieldValue& value, Column
 std::string CurrentOperator() {
     if (const char* op = std::getenv("OXDM_OPERATOR"); op && *op) return op;
     if (const char* user = std::getenv("USER"); user && *user) return user;
-    return {};
+    // Neither variable is set (a service, a container's shell): the name of
+    // the account the program runs under still says who it was.
+    const passwd* account = ::getpwuid(::geteuid());
+    return account && account->pw_name ? account->pw_name : std::string();
 }
 
 std::unique_ptr<RecordStore> OpenSqliteStore(const std::string& path, const std::vector<TableSpec>& tables,
