@@ -31,6 +31,10 @@ void PrintFigures(const SoakOptions& options, const SoakRun& run, const SoakOutc
 
 int main(int argc, char** argv) {
     setenv("OXDM_DICT_PATH", OXDM_EXAMPLES_DIR, 0);
+    if (argc == 2 && (std::string(argv[1]) == "--help" || std::string(argv[1]) == "-h")) {
+        std::fputs(SoakUsage(), stdout);
+        return 0;
+    }
     SoakOptions options;
     std::string error;
     if (!ParseSoakOptions(argc, argv, options, error)) {
