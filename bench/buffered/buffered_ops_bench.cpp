@@ -135,6 +135,13 @@ void Saves(const std::string& path, RawSales& raw) {
     PrintRow("ValidateRow (one field edited)", save, rawSave);
 }
 
+// The records a buffer's window shows, the new row left out.
+long Records(oxdmBufferedFileDataSource& buffer) {
+    long records = 0;
+    for (short row = 0; row < buffer.NumWindowDataRows(); ++row) records += buffer.IsNewRow(row) ? 0 : 1;
+    return records;
+}
+
 void Screens(const std::string& path) {
     Side open, rawOpen;
     long orders = 0, lines = 0;
@@ -153,8 +160,8 @@ void Screens(const std::string& path) {
             root->BufferForNode(CString("orders"))->SetWindowSize(10);
             root->BufferForNode(CString("lines"))->SetWindowSize(10);
             root->ReQuery();
-            orders = root->BufferForNode(CString("orders"))->NumWindowDataRows();
-            lines = root->BufferForNode(CString("lines"))->NumWindowDataRows();
+            orders = Records(*root->BufferForNode(CString("orders")));
+            lines = Records(*root->BufferForNode(CString("lines")));
         });
         rawOpen.Time([&] { RawSales(path).OpenScreen(30, 10); });
     }
