@@ -14,7 +14,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 #include "oxdm/common/shell/task.h"
@@ -23,19 +22,10 @@
 #include "oxdm/query/query.h"
 #include "oxdm/query/query_node.h"
 #include "engine_counter.h"
+#include "resident.h"
 #include "sales_file.h"
 
 namespace {
-
-// Resident memory of this process in KiB.
-long ResidentKiB() {
-    std::ifstream status("/proc/self/status");
-    std::string line;
-    while (std::getline(status, line)) {
-        if (line.rfind("VmRSS:", 0) == 0) return std::atol(line.c_str() + 6);
-    }
-    return 0;
-}
 
 template <typename Body>
 void Measure(const char* what, Body body) {

@@ -1,14 +1,12 @@
 #include "raw_sales.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <initializer_list>
 
+#include "record_file.h"
+
 RawSales::RawSales(const std::string& path) {
-    if (sqlite3_open_v2(path.c_str(), &db_, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
-        std::fprintf(stderr, "can't open %s\n", path.c_str());
-        std::exit(1);
-    }
+    if (sqlite3_open_v2(path.c_str(), &db_, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) BenchFail("can't open " + path);
     // The store's durability: a commit writes the log without waiting for the disk.
     sqlite3_exec(db_, "PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
     seek_ = Prepare("SELECT * FROM t1 WHERE CUSTNO >= ? ORDER BY CUSTNO, _oxdm_rid LIMIT 1");
@@ -26,10 +24,8 @@ RawSales::~RawSales() {
 
 sqlite3_stmt* RawSales::Prepare(const char* sql) {
     sqlite3_stmt* stmt = nullptr;
-    if (sqlite3_prepare_v3(db_, sql, -1, SQLITE_PREPARE_PERSISTENT, &stmt, nullptr) != SQLITE_OK) {
-        std::fprintf(stderr, "%s: %s\n", sql, sqlite3_errmsg(db_));
-        std::exit(1);
-    }
+    if (sqlite3_prepare_v3(db_, sql, -1, SQLITE_PREPARE_PERSISTENT, &stmt, nullptr) != SQLITE_OK)
+        BenchFail(std::string(sql) + ": " + sqlite3_errmsg(db_));
     return stmt;
 }
 

@@ -3,23 +3,17 @@
 #include <sqlite3.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <initializer_list>
 
-#include "oxdm/common/store/data_file.h"
+#include "record_file.h"
 
 namespace {
-
-[[noreturn]] void Fail(const std::string& what) {
-    std::fprintf(stderr, "%s\n", what.c_str());
-    std::exit(1);
-}
 
 // Prepared insert that binds text arguments in order and steps once.
 class Insert {
 public:
     Insert(sqlite3* db, const char* sql) {
-        if (sqlite3_prepare_v2(db, sql, -1, &stmt_, nullptr) != SQLITE_OK) Fail(sqlite3_errmsg(db));
+        if (sqlite3_prepare_v2(db, sql, -1, &stmt_, nullptr) != SQLITE_OK) BenchFail(sqlite3_errmsg(db));
     }
     ~Insert() { sqlite3_finalize(stmt_); }
     Insert(const Insert&) = delete;
@@ -28,7 +22,7 @@ public:
     void Run(std::initializer_list<std::string> values) {
         int i = 0;
         for (const std::string& value : values) sqlite3_bind_text(stmt_, ++i, value.c_str(), -1, SQLITE_TRANSIENT);
-        if (sqlite3_step(stmt_) != SQLITE_DONE) Fail(sqlite3_errmsg(sqlite3_db_handle(stmt_)));
+        if (sqlite3_step(stmt_) != SQLITE_DONE) BenchFail(sqlite3_errmsg(sqlite3_db_handle(stmt_)));
         sqlite3_reset(stmt_);
     }
 
@@ -62,21 +56,6 @@ std::string CustomerNumber(long n) {
 
 std::string SalesFile(const std::filesystem::path& dir, long customers) {
     const std::string path = (dir / ("sales-" + std::to_string(customers) + ".ord")).string();
-    if (std::filesystem::exists(path)) return path;
-    const std::string building = path + ".new.ord";
-    std::filesystem::remove(building);
-    {
-        oxioStatus::Status status = oxioStatus::IOError;
-        CString error;
-        if (!oxioDataFile::Open(oxioFileSpec(building.c_str()), true, status, error)) Fail(error.str());
-    }
-    sqlite3* db = nullptr;
-    if (sqlite3_open_v2(building.c_str(), &db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) Fail("can't open " + building);
-    sqlite3_exec(db, "BEGIN", nullptr, nullptr, nullptr);
-    Fill(db, customers);
-    sqlite3_exec(db, "COMMIT", nullptr, nullptr, nullptr);
-    sqlite3_exec(db, "PRAGMA wal_checkpoint(TRUNCATE)", nullptr, nullptr, nullptr);
-    sqlite3_close(db);
-    std::filesystem::rename(building, path);
+    MakeRecordFile(path, [customers](sqlite3* db) { Fill(db, customers); });
     return path;
 }

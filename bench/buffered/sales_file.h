@@ -2,9 +2,7 @@
 // Record files of the sample dictionary "ord" for the benchmarks: customers
 // C0000000, C0000001, ... named "Customer C0000000", ...; every hundredth
 // customer has three orders ("O0000000A" to "C") of four lines each. A file
-// is made once, straight through SQLite in one transaction in the store's
-// own schema (the record layer's inserts are too slow for a million
-// records), and kept in the cache folder for later runs.
+// is made once (record_file.h) and kept in the cache folder for later runs.
 
 #include <filesystem>
 #include <string>

@@ -2,9 +2,8 @@
 // The record file of the scale benchmark: `rows` customers of the dictionary
 // "cus" (cus.toml), customer n numbered "C" and seven digits, named
 // "Customer " and seven other digits (a permutation of the numbers, so that
-// name order and number order differ). Made once, straight through SQLite in
-// one transaction in the store's own schema (the record layer's inserts are
-// too slow for a million records), and kept in the cache folder.
+// name order and number order differ). Made once (record_file.h) and kept
+// in the cache folder.
 
 #include <filesystem>
 #include <string>

@@ -4,11 +4,11 @@
 
 #include <chrono>
 #include <cstdio>
-#include <fstream>
 #include <functional>
 #include <memory>
 #include <utility>
 
+#include "resident.h"
 #include "scale_file.h"
 #include "screen_stack.h"
 
@@ -26,14 +26,6 @@ const std::vector<std::pair<std::string, Factory>>& Stacks() {
 #endif
     };
     return stacks;
-}
-
-long ResidentKiB() {
-    std::ifstream status("/proc/self/status");
-    std::string line;
-    while (std::getline(status, line))
-        if (line.rfind("VmRSS:", 0) == 0) return std::atol(line.c_str() + 6);
-    return 0;
 }
 
 // The second cell of the top row shown: the name.
