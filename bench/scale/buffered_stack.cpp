@@ -2,6 +2,7 @@
 // order (key 1 of "cus"), window of 30. A save edits the city of the focus
 // row, which the find put at the top, and validates the row.
 
+#include <cassert>
 #include <cstdio>
 #include <vector>
 
@@ -50,6 +51,7 @@ public:
 
 private:
     void Show() {
+        assert(buffer_);
         shown_.clear();
         for (short row = 0; row < buffer_->NumWindowDataRows(); ++row) {
             std::string text;

@@ -5,6 +5,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cstdio>
 #include <cstdlib>
 
@@ -72,6 +73,7 @@ private:
     }
     // Shows the rows of `stmt` and keeps the id and name of the first.
     void Show(sqlite3_stmt* stmt) {
+        assert(stmt != nullptr);
         shown_.clear();
         while (sqlite3_step(stmt) == SQLITE_ROW) {
             std::string row;

@@ -14,6 +14,7 @@
 #include <QSqlTableModel>
 
 #include <algorithm>
+#include <cassert>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -112,7 +113,10 @@ public:
     }
 
 private:
-    QSqlQueryModel& Model() override { return *model_; }
+    QSqlQueryModel& Model() override {
+        assert(model_);
+        return *model_;
+    }
     std::unique_ptr<QSqlTableModel> model_;
 };
 
@@ -138,7 +142,10 @@ public:
     }
 
 private:
-    QSqlQueryModel& Model() override { return *model_; }
+    QSqlQueryModel& Model() override {
+        assert(model_);
+        return *model_;
+    }
     void Select() {
         model_->setQuery(kSelect, db_);
         if (model_->lastError().isValid()) Fail("query", model_->lastError());

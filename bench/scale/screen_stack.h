@@ -25,6 +25,7 @@ public:
     virtual ~ScreenStack() = default;
 
     virtual void Open(const std::string& path) = 0;
+    // REQUIRES (these four): Open has been called.
     virtual void Last() = 0;
     virtual void Middle() = 0;
     virtual void Find(const std::string& name) = 0;
