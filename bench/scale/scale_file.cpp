@@ -23,7 +23,7 @@ void Fill(sqlite3* db, long rows) {
     for (long n = 0; n < rows; ++n) {
         char custno[32];
         std::snprintf(custno, sizeof custno, "C%07ld", n);
-        // 387,419 is prime to 10^7, so the names are a permutation.
+        // 387,419 is prime to 10^7, so no two customers share a name.
         const std::string name = Name((n * 387419L + 123L) % 10000000L);
         sqlite3_bind_text(insert, 1, custno, -1, SQLITE_TRANSIENT);
         sqlite3_bind_text(insert, 2, name.c_str(), -1, SQLITE_TRANSIENT);
