@@ -26,11 +26,16 @@ function(oxdm_layer name)
 endfunction()
 
 # oxdm_test(<name> SOURCES ... [LABELS ...]): one GoogleTest program linked
-# against liboxdm; every TEST in it becomes its own ctest case.
+# against liboxdm; every TEST in it becomes its own ctest case. Under the
+# sanitizers each case runs with OXDM_TEST_ENVIRONMENT.
 function(oxdm_test name)
   cmake_parse_arguments(T "" "" "SOURCES;LABELS;LIBS" ${ARGN})
   add_executable(${name} ${T_SOURCES})
   target_link_libraries(${name} PRIVATE oxdm::oxdm GTest::gtest GTest::gtest_main ${T_LIBS})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS "${T_LABELS}")
+  set(properties LABELS "${T_LABELS}")
+  if(OXDM_TEST_ENVIRONMENT)
+    list(APPEND properties ENVIRONMENT "${OXDM_TEST_ENVIRONMENT}")
+  endif()
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
 endfunction()
